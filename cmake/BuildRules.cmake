@@ -1,0 +1,52 @@
+# What every target shares: language level, warnings, hardening, sanitizers, reproducible output.
+# Targets link `sitekeeper_build`; nothing else in the tree sets compiler flags of this kind.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(SITEKEEPER_SANITIZE "" CACHE STRING "Sanitizers for the whole build, as -fsanitize takes them")
+
+find_program(CCACHE ccache)
+if(CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE}")
+  set(CMAKE_C_COMPILER_LAUNCHER "${CCACHE}")
+endif()
+
+# Paths inside objects are relative to the tree, so that two checkouts give the same bytes.
+add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}=." "-ffile-prefix-map=${CMAKE_BINARY_DIR}=build")
+
+if(SITEKEEPER_SANITIZE)
+  add_compile_options("-fsanitize=${SITEKEEPER_SANITIZE}" -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options("-fsanitize=${SITEKEEPER_SANITIZE}")
+endif()
+
+add_library(sitekeeper_warnings INTERFACE)
+target_compile_options(sitekeeper_warnings INTERFACE
+  $<$<COMPILE_LANGUAGE:CXX>:-Wall;-Wextra;-Wpedantic;-Wconversion;-Wshadow;-Werror>)
+
+add_library(sitekeeper_hardening INTERFACE)
+target_compile_options(sitekeeper_hardening INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fstack-protector-strong>)
+# The checked library functions need an optimising build; the sanitizers bring checks of their own.
+if(NOT SITEKEEPER_SANITIZE)
+  target_compile_options(sitekeeper_hardening INTERFACE
+    $<$<AND:$<COMPILE_LANGUAGE:CXX>,$<NOT:$<CONFIG:Debug>>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>)
+endif()
+if(WIN32)
+  target_link_options(sitekeeper_hardening INTERFACE
+    LINKER:--dynamicbase LINKER:--high-entropy-va LINKER:--nxcompat LINKER:--tsaware)
+endif()
+
+add_library(sitekeeper_build INTERFACE)
+target_link_libraries(sitekeeper_build INTERFACE sitekeeper_warnings sitekeeper_hardening)
+target_include_directories(sitekeeper_build INTERFACE "${CMAKE_SOURCE_DIR}/src")
+
+if(WIN32)
+  enable_language(RC)
+  set(CMAKE_RC_FLAGS "-c 65001")
+  target_compile_definitions(sitekeeper_build INTERFACE
+    UNICODE _UNICODE WINVER=0x0A00 _WIN32_WINNT=0x0A00 NOMINMAX WIN32_LEAN_AND_MEAN STRICT)
+  # Everything the compiler brings goes inside the file; the linker's time stamp does not.
+  add_link_options(-static LINKER:--no-insert-timestamp)
+  add_compile_options($<$<NOT:$<CONFIG:Debug>>:-ffunction-sections> $<$<NOT:$<CONFIG:Debug>>:-fdata-sections>)
+  add_link_options($<$<NOT:$<CONFIG:Debug>>:LINKER:--gc-sections> $<$<NOT:$<CONFIG:Debug>>:-s>)
+endif()

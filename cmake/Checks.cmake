@@ -1,0 +1,29 @@
+# `format` lays every C++ file out, `format-check` only looks, `tidy` runs clang-tidy over what this build compiles.
+file(GLOB_RECURSE SITEKEEPER_CXX_FILES CONFIGURE_DEPENDS
+  "${CMAKE_SOURCE_DIR}/src/*.h" "${CMAKE_SOURCE_DIR}/src/*.cpp" "${CMAKE_SOURCE_DIR}/tests/*.h"
+  "${CMAKE_SOURCE_DIR}/tests/*.cpp" "${CMAKE_SOURCE_DIR}/bench/*.h" "${CMAKE_SOURCE_DIR}/bench/*.cpp"
+  "${CMAKE_SOURCE_DIR}/tools/*.cpp" "${CMAKE_SOURCE_DIR}/tools/*.h")
+
+find_program(CLANG_FORMAT clang-format)
+find_program(RUN_CLANG_TIDY NAMES run-clang-tidy run-clang-tidy-14)
+if(CLANG_FORMAT AND SITEKEEPER_CXX_FILES)
+  add_custom_target(format COMMAND "${CLANG_FORMAT}" -i ${SITEKEEPER_CXX_FILES} VERBATIM)
+  add_custom_target(format-check COMMAND "${CLANG_FORMAT}" --dry-run -Werror ${SITEKEEPER_CXX_FILES} VERBATIM)
+endif()
+if(RUN_CLANG_TIDY)
+  set(tidy_target_arguments "")
+  if(WIN32)
+    # clang does not find the cross compiler's headers by itself: a small farm of links stands in for a sysroot.
+    set(farm "${CMAKE_BINARY_DIR}/clang-sysroot")
+    file(MAKE_DIRECTORY "${farm}/lib/gcc/x86_64-w64-mingw32")
+    file(CREATE_LINK /usr/x86_64-w64-mingw32 "${farm}/x86_64-w64-mingw32" SYMBOLIC)
+    file(CREATE_LINK /usr/x86_64-w64-mingw32/include "${farm}/include" SYMBOLIC)
+    file(GLOB gcc_folder "/usr/lib/gcc/x86_64-w64-mingw32/*-posix")
+    file(CREATE_LINK "${gcc_folder}" "${farm}/lib/gcc/x86_64-w64-mingw32/12" SYMBOLIC)
+    set(tidy_target_arguments "-extra-arg=--target=x86_64-w64-mingw32" "-extra-arg=--sysroot=${farm}")
+  endif()
+  add_custom_target(tidy
+    COMMAND "${RUN_CLANG_TIDY}" -quiet -p "${CMAKE_BINARY_DIR}" ${tidy_target_arguments}
+            "${CMAKE_SOURCE_DIR}/(src|tests|bench|tools)/.*"
+    VERBATIM)
+endif()

@@ -1,0 +1,19 @@
+#include "app/AccessGate.h"
+
+#include "text/Text.h"
+
+namespace sitekeeper {
+
+Admission AdmitUser(const std::wstring& userName)
+{
+    return userName.empty() ? Admission::Refused : Admission::Granted;
+}
+
+std::wstring RefusalText(const std::wstring& userName)
+{
+    return Fill(L"%s,\nYou do not have permission to run this application.\n\n"
+                L"Please contact your system administrator.",
+                {userName});
+}
+
+} // namespace sitekeeper

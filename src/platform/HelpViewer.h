@@ -1,0 +1,23 @@
+// Port: the viewer of the help file.
+#pragma once
+
+#include "platform/MessageBoxes.h"
+
+#include <string>
+
+namespace sitekeeper {
+
+class HelpViewer
+{
+public:
+    HelpViewer() = default;
+    HelpViewer(const HelpViewer&) = delete;
+    HelpViewer& operator=(const HelpViewer&) = delete;
+    virtual ~HelpViewer() = default;
+
+    /// Opens the help file at `path` on its table of contents, as a window owned by `owner`. What the viewer makes of
+    /// the file is not reported; where the system has no viewer, nothing happens.
+    virtual void ShowContents(WindowId owner, const std::wstring& path) = 0;
+};
+
+} // namespace sitekeeper

@@ -1,0 +1,28 @@
+// Port: libraries loaded at run time.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace sitekeeper {
+
+/// A loaded library, as an opaque number (HMODULE).
+enum class ModuleId : std::uintptr_t { None = 0 };
+
+class Modules
+{
+public:
+    Modules() = default;
+    Modules(const Modules&) = delete;
+    Modules& operator=(const Modules&) = delete;
+    virtual ~Modules() = default;
+
+    /// Loads the library at `path`, or finds it by the system's search order when `path` is a bare name.
+    /// None when there is no such library or it cannot be loaded; no system message is shown by the program for it.
+    [[nodiscard]] virtual ModuleId Load(const std::wstring& path) = 0;
+
+    /// Gives back what Load gave. None is allowed and does nothing.
+    virtual void Release(ModuleId library) noexcept = 0;
+};
+
+} // namespace sitekeeper

@@ -1,0 +1,65 @@
+#include "text/Utf16.h"
+
+#include <cstdint>
+
+namespace sitekeeper {
+namespace {
+
+constexpr std::uint32_t FirstSupplementary = 0x10000;
+
+bool IsHighHalf(std::uint32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
+bool IsLowHalf(std::uint32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+
+void AppendUnit(std::vector<std::byte>& bytes, std::uint32_t unit)
+{
+    bytes.push_back(static_cast<std::byte>(unit & 0xFFU));
+    bytes.push_back(static_cast<std::byte>((unit >> 8U) & 0xFFU));
+}
+
+std::uint32_t UnitAt(std::span<const std::byte> bytes, std::size_t index)
+{
+    return std::to_integer<std::uint32_t>(bytes[2 * index]) | std::to_integer<std::uint32_t>(bytes[2 * index + 1]) << 8U;
+}
+
+} // namespace
+
+std::vector<std::byte> EncodeUtf16(std::wstring_view text)
+{
+    std::vector<std::byte> bytes;
+    bytes.reserve(text.size() * 2);
+    for (const wchar_t character : text) {
+        const auto code = static_cast<std::uint32_t>(character);
+        if (code < FirstSupplementary) {
+            AppendUnit(bytes, code);
+        } else {
+            AppendUnit(bytes, 0xD800U + ((code - FirstSupplementary) >> 10U));
+            AppendUnit(bytes, 0xDC00U + ((code - FirstSupplementary) & 0x3FFU));
+        }
+    }
+    return bytes;
+}
+
+std::wstring DecodeUtf16(std::span<const std::byte> bytes)
+{
+    const std::size_t units = bytes.size() / 2;
+    std::wstring text;
+    text.reserve(units);
+    for (std::size_t index = 0; index < units; ++index) {
+        const std::uint32_t unit = UnitAt(bytes, index);
+        if (unit == 0) {
+            break;
+        }
+        // Where wide characters have 32 bits a pair becomes one character; on Windows it stays two.
+        if constexpr (sizeof(wchar_t) > 2) {
+            if (IsHighHalf(unit) && index + 1 < units && IsLowHalf(UnitAt(bytes, index + 1))) {
+                const std::uint32_t low = UnitAt(bytes, ++index);
+                text.push_back(static_cast<wchar_t>(FirstSupplementary + ((unit - 0xD800U) << 10U) + (low - 0xDC00U)));
+                continue;
+            }
+        }
+        text.push_back(static_cast<wchar_t>(unit));
+    }
+    return text;
+}
+
+} // namespace sitekeeper
