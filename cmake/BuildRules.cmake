@@ -32,7 +32,8 @@ if(NOT SITEKEEPER_SANITIZE)
     $<$<AND:$<COMPILE_LANGUAGE:CXX>,$<NOT:$<CONFIG:Debug>>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>)
 endif()
 if(WIN32)
-  target_link_options(sitekeeper_hardening INTERFACE
+  # At the link the flag brings in the guard's own code, which the cross compiler keeps in a library.
+  target_link_options(sitekeeper_hardening INTERFACE -fstack-protector-strong
     LINKER:--dynamicbase LINKER:--high-entropy-va LINKER:--nxcompat LINKER:--tsaware)
 endif()
 

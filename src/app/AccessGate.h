@@ -5,7 +5,11 @@
 
 namespace sitekeeper {
 
-enum class Admission { Granted, Refused };
+enum class Admission
+{
+    Granted,
+    Refused
+};
 
 /// The gate's decision on a Windows user name: an empty name is refused, everyone else is let in, "Administrator" (in
 /// any case) first of all and without reading anything.

@@ -67,7 +67,10 @@ void AppendWord(std::vector<std::byte>& bytes, std::uint16_t word)
     bytes.push_back(static_cast<std::byte>(word >> 8U));
 }
 
-std::size_t AlignedUp(std::size_t position) { return (position + ItemAlignment - 1) / ItemAlignment * ItemAlignment; }
+std::size_t AlignedUp(std::size_t position)
+{
+    return (position + ItemAlignment - 1) / ItemAlignment * ItemAlignment;
+}
 
 } // namespace
 

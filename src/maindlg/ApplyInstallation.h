@@ -10,12 +10,14 @@
 namespace sitekeeper {
 
 /// When the next update reminder is due and how many days lie between two.
-struct ReminderSchedule {
+struct ReminderSchedule
+{
     CalendarTime next;
     std::uint32_t days = 0;
 };
 
-enum class ApplyResult {
+enum class ApplyResult
+{
     Applied,
     /// The system names no desktop folder.
     NoDesktopFolder,

@@ -8,7 +8,8 @@
 
 namespace sitekeeper {
 
-struct InstallationFolders {
+struct InstallationFolders
+{
     std::wstring program;
     std::wstring application;
     std::wstring datafiles;

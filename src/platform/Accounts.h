@@ -1,18 +1,15 @@
 // Port: the accounts of this computer and of its network.
 #pragma once
 
+#include "platform/Port.h"
+
 #include <string>
 
 namespace sitekeeper {
 
-class Accounts
+class Accounts : public Port
 {
 public:
-    Accounts() = default;
-    Accounts(const Accounts&) = delete;
-    Accounts& operator=(const Accounts&) = delete;
-    virtual ~Accounts() = default;
-
     /// The name of the user whom this process runs as, without a domain. At most 255 characters; empty when the
     /// system does not tell.
     [[nodiscard]] virtual std::wstring UserName() const = 0;

@@ -1,6 +1,8 @@
 // Port: the clock and the calendar of the local time zone.
 #pragma once
 
+#include "platform/Port.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -11,7 +13,8 @@ namespace sitekeeper {
 using Seconds = std::int64_t;
 
 /// A moment as the local calendar shows it. Month and day count from 1.
-struct CalendarTime {
+struct CalendarTime
+{
     int year = 0;
     int month = 1;
     int day = 1;
@@ -22,14 +25,9 @@ struct CalendarTime {
     bool operator==(const CalendarTime&) const = default;
 };
 
-class Clock
+class Clock : public Port
 {
 public:
-    Clock() = default;
-    Clock(const Clock&) = delete;
-    Clock& operator=(const Clock&) = delete;
-    virtual ~Clock() = default;
-
     [[nodiscard]] virtual Seconds Now() const = 0;
 
     /// The local calendar time of a moment from 1970 to the end of the year 3000; nothing outside.
@@ -39,7 +37,8 @@ public:
     /// (February 30 is March 1 or 2). Nothing for a moment before 1970 or after the year 3000.
     [[nodiscard]] virtual std::optional<Seconds> FromLocal(const CalendarTime& time) const = 0;
 
-    /// `time` laid out by a pattern of the C library's strftime, in at most 127 characters; nothing when it does not fit.
+    /// `time` laid out by a pattern of the C library's strftime, in at most 127 characters; nothing when it does not
+    /// fit.
     [[nodiscard]] virtual std::optional<std::wstring> Format(const std::wstring& pattern,
                                                              const CalendarTime& time) const = 0;
 };

@@ -1,19 +1,16 @@
 // Port: what the program asks of the file system.
 #pragma once
 
+#include "platform/Port.h"
+
 #include <optional>
 #include <string>
 
 namespace sitekeeper {
 
-class FileSystem
+class FileSystem : public Port
 {
 public:
-    FileSystem() = default;
-    FileSystem(const FileSystem&) = delete;
-    FileSystem& operator=(const FileSystem&) = delete;
-    virtual ~FileSystem() = default;
-
     /// True when a file or folder of that path exists and its attributes can be asked for. An empty path does not.
     [[nodiscard]] virtual bool Exists(const std::wstring& path) const = 0;
 

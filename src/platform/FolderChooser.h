@@ -1,18 +1,15 @@
 // Port: the user chooses a folder.
 #pragma once
 
+#include "platform/Port.h"
+
 #include <string>
 
 namespace sitekeeper {
 
-class FolderChooser
+class FolderChooser : public Port
 {
 public:
-    FolderChooser() = default;
-    FolderChooser(const FolderChooser&) = delete;
-    FolderChooser& operator=(const FolderChooser&) = delete;
-    virtual ~FolderChooser() = default;
-
     /// Shows the folder chooser with `title` and the folder `path` selected ("C:\" when `path` is empty) and waits for
     /// the answer. Afterwards `path` is the chosen folder with a "\" at its end, or empty when nothing was chosen: the
     /// old value is not kept.

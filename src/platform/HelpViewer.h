@@ -2,19 +2,15 @@
 #pragma once
 
 #include "platform/MessageBoxes.h"
+#include "platform/Port.h"
 
 #include <string>
 
 namespace sitekeeper {
 
-class HelpViewer
+class HelpViewer : public Port
 {
 public:
-    HelpViewer() = default;
-    HelpViewer(const HelpViewer&) = delete;
-    HelpViewer& operator=(const HelpViewer&) = delete;
-    virtual ~HelpViewer() = default;
-
     /// Opens the help file at `path` on its table of contents, as a window owned by `owner`. What the viewer makes of
     /// the file is not reported; where the system has no viewer, nothing happens.
     virtual void ShowContents(WindowId owner, const std::wstring& path) = 0;

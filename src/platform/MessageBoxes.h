@@ -1,6 +1,8 @@
 // Port: message boxes.
 #pragma once
 
+#include "platform/Port.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -8,25 +10,28 @@
 namespace sitekeeper {
 
 /// A window of the system, as an opaque number (HWND).
-enum class WindowId : std::uintptr_t { None = 0 };
+enum class WindowId : std::uintptr_t
+{
+    None = 0
+};
 
 /// Buttons, icon and behaviour of a message box, added up. Values from winuser.h (MB_…).
-enum class MessageStyle : std::uint32_t {
+enum class MessageStyle : std::uint32_t
+{
     Ok = 0x00000000,
     Error = 0x00000010,
 };
 
 /// The button that ended a message box. Values from winuser.h (ID…).
-enum class Answer : int { None = 0, Ok = 1 };
+enum class Answer : int
+{
+    None = 0,
+    Ok = 1
+};
 
-class MessageBoxes
+class MessageBoxes : public Port
 {
 public:
-    MessageBoxes() = default;
-    MessageBoxes(const MessageBoxes&) = delete;
-    MessageBoxes& operator=(const MessageBoxes&) = delete;
-    virtual ~MessageBoxes() = default;
-
     /// Shows a message and waits for its answer. `owner` is disabled meanwhile; WindowId::None shows it alone. Without
     /// `caption` the system puts its own ("Error"). Answer::None when the box could not be shown.
     virtual Answer Show(WindowId owner, const std::wstring& text, const std::optional<std::wstring>& caption,

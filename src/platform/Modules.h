@@ -1,22 +1,22 @@
 // Port: libraries loaded at run time.
 #pragma once
 
+#include "platform/Port.h"
+
 #include <cstdint>
 #include <string>
 
 namespace sitekeeper {
 
 /// A loaded library, as an opaque number (HMODULE).
-enum class ModuleId : std::uintptr_t { None = 0 };
+enum class ModuleId : std::uintptr_t
+{
+    None = 0
+};
 
-class Modules
+class Modules : public Port
 {
 public:
-    Modules() = default;
-    Modules(const Modules&) = delete;
-    Modules& operator=(const Modules&) = delete;
-    virtual ~Modules() = default;
-
     /// Loads the library at `path`, or finds it by the system's search order when `path` is a bare name.
     /// None when there is no such library or it cannot be loaded; no system message is shown by the program for it.
     [[nodiscard]] virtual ModuleId Load(const std::wstring& path) = 0;

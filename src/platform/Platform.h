@@ -14,7 +14,8 @@
 
 namespace sitekeeper {
 
-struct Platform {
+struct Platform
+{
     Registry& registry;
     FileSystem& files;
     Shell& shell;

@@ -9,7 +9,8 @@
 namespace sitekeeper {
 
 /// A Windows result code (HRESULT): negative means failure. Values from winerror.h.
-enum class ResultCode : std::int32_t {
+enum class ResultCode : std::int32_t
+{
     Ok = 0,
     /// E_FAIL: an unspecified failure; here, date fields that are out of range.
     Fail = static_cast<std::int32_t>(0x80004005U),
@@ -17,7 +18,10 @@ enum class ResultCode : std::int32_t {
     InvalidArgument = static_cast<std::int32_t>(0x80070057U),
 };
 
-[[nodiscard]] constexpr bool Succeeded(ResultCode code) noexcept { return static_cast<std::int32_t>(code) >= 0; }
+[[nodiscard]] constexpr bool Succeeded(ResultCode code) noexcept
+{
+    return static_cast<std::int32_t>(code) >= 0;
+}
 
 /// Carries the system's code for programs and a sentence for the administrator: which stored value, page or step was
 /// bad and where it stands. The sentence is shown as it is by the program's one reporter.

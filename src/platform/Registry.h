@@ -1,6 +1,8 @@
 // Port: the Windows registry, one value at a time. Nothing is cached; every operation opens its key and closes it.
 #pragma once
 
+#include "platform/Port.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -10,27 +12,31 @@
 
 namespace sitekeeper {
 
-enum class Hive { LocalMachine, CurrentUser };
+enum class Hive
+{
+    LocalMachine,
+    CurrentUser
+};
 
 /// Value types, numbered as in winnt.h (REG_SZ, REG_DWORD).
-enum class ValueType : std::uint32_t { Text = 1, Number = 4 };
+enum class ValueType : std::uint32_t
+{
+    Text = 1,
+    Number = 4
+};
 
 /// How much of a key is asked for; a key may grant one and refuse the other.
-enum class KeyAccess {
+enum class KeyAccess
+{
     /// KEY_QUERY_VALUE: the values only.
     QueryValue,
     /// KEY_READ: values, sub-keys and notifications.
     Read,
 };
 
-class Registry
+class Registry : public Port
 {
 public:
-    Registry() = default;
-    Registry(const Registry&) = delete;
-    Registry& operator=(const Registry&) = delete;
-    virtual ~Registry() = default;
-
     /// The bytes of one value, whatever its type, when they are at most `limit` bytes.
     /// `key` is a path below the hive without a leading "\"; key and value names are compared without regard to case.
     /// Nothing when the key cannot be opened with `access`, the value is missing, or it is longer than `limit`.

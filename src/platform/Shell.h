@@ -2,13 +2,15 @@
 #pragma once
 
 #include "platform/PlatformError.h"
+#include "platform/Port.h"
 
 #include <string>
 
 namespace sitekeeper {
 
 /// What a shortcut file says.
-struct ShortcutFile {
+struct ShortcutFile
+{
     std::wstring target;
     std::wstring arguments;
     std::wstring workingFolder;
@@ -19,14 +21,9 @@ struct ShortcutFile {
     bool operator==(const ShortcutFile&) const = default;
 };
 
-class Shell
+class Shell : public Port
 {
 public:
-    Shell() = default;
-    Shell(const Shell&) = delete;
-    Shell& operator=(const Shell&) = delete;
-    virtual ~Shell() = default;
-
     /// Initialises the component runtime for the calling thread, which SaveShortcut needs. Each call that gives true
     /// is to be matched by one LeaveComponents; after false (the thread runs it in another mode, or no memory) there is
     /// nothing to leave.

@@ -64,7 +64,10 @@ std::wstring MakerFolderIn(const std::wstring& base)
 
 } // namespace
 
-std::wstring InstallationSettings::UpdateReminderKey() { return WithBackslash(SuiteKey) + L"Assist"; }
+std::wstring InstallationSettings::UpdateReminderKey()
+{
+    return WithBackslash(SuiteKey) + L"Assist";
+}
 
 std::wstring InstallationSettings::ReadFolder(SuiteFolder folder) const
 {
@@ -73,9 +76,18 @@ std::wstring InstallationSettings::ReadFolder(SuiteFolder folder) const
     return path.empty() ? path : WithBackslash(path);
 }
 
-std::wstring InstallationSettings::ReadLocalAppPath() const { return ReadFolder(SuiteFolder::Program); }
-std::wstring InstallationSettings::ReadNetworkAppPath() const { return ReadFolder(SuiteFolder::Application); }
-std::wstring InstallationSettings::ReadDatafilesPath() const { return ReadFolder(SuiteFolder::Datafiles); }
+std::wstring InstallationSettings::ReadLocalAppPath() const
+{
+    return ReadFolder(SuiteFolder::Program);
+}
+std::wstring InstallationSettings::ReadNetworkAppPath() const
+{
+    return ReadFolder(SuiteFolder::Application);
+}
+std::wstring InstallationSettings::ReadDatafilesPath() const
+{
+    return ReadFolder(SuiteFolder::Datafiles);
+}
 
 bool InstallationSettings::WriteFolder(SuiteFolder folder, const std::wstring& path)
 {

@@ -12,7 +12,8 @@
 namespace sitekeeper {
 
 /// The folders of the installation, as the suite key holds them.
-enum class SuiteFolder {
+enum class SuiteFolder
+{
     /// "LocalAppPath": the program folder.
     Program,
     /// "NetworkAppPath": the application folder, possibly on the network.
@@ -27,8 +28,7 @@ public:
     /// Keeps the three references; they must outlive it.
     InstallationSettings(Registry& registry, const Environment& environment, const Clock& clock)
         : m_registry(registry), m_environment(environment), m_clock(clock)
-    {
-    }
+    {}
 
     /// The path of the update-reminder key below HKEY_CURRENT_USER.
     [[nodiscard]] static std::wstring UpdateReminderKey();

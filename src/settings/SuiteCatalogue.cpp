@@ -8,18 +8,18 @@ namespace {
 
 /// By number. Other programs of the suite use these very texts, as section names and as folder names.
 constexpr std::array Names = {
-    L"",              // 0
-    L"ELECTRIC",      // 1, drawing module
-    L"PID",           // 2, drawing module
-    L"ISOMETRIC",     // 3, drawing module
-    L"ORTHO",         // 4, drawing module
+    L"",                // 0
+    L"ELECTRIC",        // 1, drawing module
+    L"PID",             // 2, drawing module
+    L"ISOMETRIC",       // 3, drawing module
+    L"ORTHO",           // 4, drawing module
     L"Ledger Composer", // 5
-    L"",              // 6, reserved
-    L"SiteKeeper",    // 7, this program
-    L"SheetWriter",   // 8
-    L"Norm Keeper",   // 9
-    L"Record Desk",   // 10, the data-file editor
-    L"AutoCAD",       // 11, the host program
+    L"",                // 6, reserved
+    L"SiteKeeper",      // 7, this program
+    L"SheetWriter",     // 8
+    L"Norm Keeper",     // 9
+    L"Record Desk",     // 10, the data-file editor
+    L"AutoCAD",         // 11, the host program
 };
 
 std::wstring DesignerFolder(const InstallationSettings& settings)
@@ -28,7 +28,10 @@ std::wstring DesignerFolder(const InstallationSettings& settings)
     return application.empty() ? application : application + L"Designer\\";
 }
 
-std::wstring SubFolder(const std::wstring& name) { return name.empty() ? name : name + L"\\"; }
+std::wstring SubFolder(const std::wstring& name)
+{
+    return name.empty() ? name : name + L"\\";
+}
 
 } // namespace
 
@@ -40,7 +43,7 @@ std::wstring ToolName(int number)
 
 std::wstring ToolDesignerFolder(const InstallationSettings& settings, int number, const std::wstring& subFolder)
 {
-    const std::wstring designer = DesignerFolder(settings);
+    std::wstring designer = DesignerFolder(settings);
     if (designer.empty() || number == 0) {
         return designer;
     }

@@ -10,12 +10,14 @@ namespace {
 
 std::wstring ReadShellFolder(const Registry& registry, Hive hive, const wchar_t* name)
 {
-    return ReadRegistryText(registry, hive,
-                            L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders", name,
-                            KeyAccess::Read);
+    return ReadRegistryText(registry, hive, L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders",
+                            name, KeyAccess::Read);
 }
 
-std::wstring SuiteFolderName() { return std::wstring(MakerName) + L" " + ProductTitle + L"\\"; }
+std::wstring SuiteFolderName()
+{
+    return std::wstring(MakerName) + L" " + ProductTitle + L"\\";
+}
 
 } // namespace
 

@@ -10,7 +10,8 @@
 namespace sitekeeper {
 namespace {
 
-struct ShortcutRow {
+struct ShortcutRow
+{
     const wchar_t* name;
     const wchar_t* programPattern;
     int iconIndex;
@@ -26,7 +27,10 @@ constexpr std::array<ShortcutRow, 5> Catalogue = {{
 
 } // namespace
 
-int ShortcutCount() noexcept { return static_cast<int>(Catalogue.size()); }
+int ShortcutCount() noexcept
+{
+    return static_cast<int>(Catalogue.size());
+}
 
 std::wstring GetShortcutName(int row)
 {

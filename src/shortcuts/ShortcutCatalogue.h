@@ -18,10 +18,10 @@ namespace sitekeeper {
 /// is unknown.
 [[nodiscard]] std::wstring ShortcutPathIn(const std::wstring& shortcutFolder, int row);
 
-/// Writes each shortcut file that exists in `shortcutFolder` (with a "\" at its end) anew, in catalogue order, so that it
-/// starts its tool in "Applications" of `applicationFolder` (with a "\" at its end). A file that does not exist is not
-/// created; one that cannot be written stays as it was and the rest goes on. The calling thread must have entered the
-/// component runtime.
+/// Writes each shortcut file that exists in `shortcutFolder` (with a "\" at its end) anew, in catalogue order, so that
+/// it starts its tool in "Applications" of `applicationFolder` (with a "\" at its end). A file that does not exist is
+/// not created; one that cannot be written stays as it was and the rest goes on. The calling thread must have entered
+/// the component runtime.
 void RenewShortcuts(const FileSystem& files, Shell& shell, const std::wstring& shortcutFolder,
                     const std::wstring& applicationFolder);
 

@@ -9,8 +9,8 @@
 namespace sitekeeper {
 
 /// Makes every folder on the way to the folder that holds `path`, the first component (the drive) excepted. Folders
-/// that exist already, or cannot be made, are passed over. A double quote opens a run in which "\" separates nothing; in
-/// it two double quotes stand for one. Nothing is done for a path without a folder.
+/// that exist already, or cannot be made, are passed over. A double quote opens a run in which "\" separates nothing;
+/// in it two double quotes stand for one. Nothing is done for a path without a folder.
 void CreateFolderPath(FileSystem& files, const std::wstring& path);
 
 /// Writes the shortcut file `shortcutPath`, which starts `programFile` in `toolFolder` with the program's icon number

@@ -21,9 +21,15 @@ std::wstring WithBackslash(std::wstring_view path)
     return folder;
 }
 
-std::wstring GetFolderOfPath(std::wstring_view path) { return std::wstring(path.substr(0, NameStart(path))); }
+std::wstring GetFolderOfPath(std::wstring_view path)
+{
+    return std::wstring(path.substr(0, NameStart(path)));
+}
 
-std::wstring GetNameOfPath(std::wstring_view path) { return std::wstring(path.substr(NameStart(path))); }
+std::wstring GetNameOfPath(std::wstring_view path)
+{
+    return std::wstring(path.substr(NameStart(path)));
+}
 
 std::wstring WithoutTrailingBackslashes(std::wstring_view path)
 {

@@ -1,5 +1,7 @@
 #include "text/Text.h"
 
+#include "text/Utf16.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <limits>
@@ -7,7 +9,8 @@
 namespace sitekeeper {
 namespace {
 
-struct FoldRange {
+struct FoldRange
+{
     std::uint32_t first;
     std::uint32_t last;
     std::uint32_t distance;
@@ -15,13 +18,13 @@ struct FoldRange {
 
 /// Capitals that stand in one block at a fixed distance before their small letters.
 constexpr FoldRange Blocks[] = {
-    {U'A', U'Z', 32},      {0xC0, 0xD6, 32},   {0xD8, 0xDE, 32},   {0x391, 0x3A1, 32},
-    {0x3A3, 0x3AB, 32},    {0x400, 0x40F, 80}, {0x410, 0x42F, 32}, {0x386, 0x386, 38},
-    {0x388, 0x38A, 37},    {0x38C, 0x38C, 64}, {0x38E, 0x38F, 63},
+    {U'A', U'Z', 32},   {0xC0, 0xD6, 32},   {0xD8, 0xDE, 32},   {0x391, 0x3A1, 32},
+    {0x3A3, 0x3AB, 32}, {0x400, 0x40F, 80}, {0x410, 0x42F, 32}, {0x386, 0x386, 38},
+    {0x388, 0x38A, 37}, {0x38C, 0x38C, 64}, {0x38E, 0x38F, 63},
 };
 
 /// Blocks in which a capital stands directly before its small letter: capitals even, or odd where so marked.
-constexpr FoldRange EvenPairs[] = {{0x100, 0x12F, 0}, {0x132, 0x137, 0}, {0x14A, 0x177, 0}, {0x460, 0x481, 0},
+constexpr FoldRange EvenPairs[] = {{0x100, 0x12F, 0}, {0x132, 0x137, 0}, {0x14A, 0x177, 0},  {0x460, 0x481, 0},
                                    {0x48A, 0x4BF, 0}, {0x4D0, 0x52F, 0}, {0x1E00, 0x1E95, 0}};
 constexpr FoldRange OddPairs[] = {{0x139, 0x148, 0}, {0x179, 0x17E, 0}, {0x4C1, 0x4CE, 0}};
 
@@ -37,13 +40,16 @@ const FoldRange* Find(const FoldRange (&ranges)[Size], std::uint32_t code) noexc
     return found == std::end(ranges) ? nullptr : found;
 }
 
-bool IsBlank(wchar_t character) noexcept { return character == L' ' || (character >= L'\t' && character <= L'\r'); }
+bool IsBlank(wchar_t character) noexcept
+{
+    return character == L' ' || (character >= L'\t' && character <= L'\r');
+}
 
 } // namespace
 
 wchar_t FoldCase(wchar_t character) noexcept
 {
-    const auto code = static_cast<std::uint32_t>(character);
+    const std::uint32_t code = CodeUnit(character);
     if (const FoldRange* block = Find(Blocks, code)) {
         return static_cast<wchar_t>(code + block->distance);
     }
@@ -74,15 +80,18 @@ int LeadingNumber(std::wstring_view text) noexcept
 {
     constexpr std::int64_t Highest = std::numeric_limits<std::int32_t>::max();
     constexpr std::int64_t Lowest = std::numeric_limits<std::int32_t>::min();
-    auto position = std::find_if_not(text.begin(), text.end(), IsBlank);
+    std::wstring_view rest = text;
+    while (!rest.empty() && IsBlank(rest.front())) {
+        rest.remove_prefix(1);
+    }
     bool isNegative = false;
-    if (position != text.end() && (*position == L'-' || *position == L'+')) {
-        isNegative = *position == L'-';
-        ++position;
+    if (!rest.empty() && (rest.front() == L'-' || rest.front() == L'+')) {
+        isNegative = rest.front() == L'-';
+        rest.remove_prefix(1);
     }
     std::int64_t value = 0;
-    for (; position != text.end() && *position >= L'0' && *position <= L'9'; ++position) {
-        value = std::min(value * 10 + (*position - L'0'), Highest + 1);
+    for (; !rest.empty() && rest.front() >= L'0' && rest.front() <= L'9'; rest.remove_prefix(1)) {
+        value = std::min(value * 10 + (rest.front() - L'0'), Highest + 1);
     }
     return static_cast<int>(std::clamp(isNegative ? -value : value, Lowest, Highest));
 }

@@ -1,14 +1,18 @@
 #include "text/Utf16.h"
 
-#include <cstdint>
-
 namespace sitekeeper {
 namespace {
 
 constexpr std::uint32_t FirstSupplementary = 0x10000;
 
-bool IsHighHalf(std::uint32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-bool IsLowHalf(std::uint32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+bool IsHighHalf(std::uint32_t unit)
+{
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+bool IsLowHalf(std::uint32_t unit)
+{
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
 
 void AppendUnit(std::vector<std::byte>& bytes, std::uint32_t unit)
 {
@@ -18,7 +22,8 @@ void AppendUnit(std::vector<std::byte>& bytes, std::uint32_t unit)
 
 std::uint32_t UnitAt(std::span<const std::byte> bytes, std::size_t index)
 {
-    return std::to_integer<std::uint32_t>(bytes[2 * index]) | std::to_integer<std::uint32_t>(bytes[2 * index + 1]) << 8U;
+    return std::to_integer<std::uint32_t>(bytes[2 * index]) | std::to_integer<std::uint32_t>(bytes[2 * index + 1])
+                                                                  << 8U;
 }
 
 } // namespace
@@ -28,7 +33,7 @@ std::vector<std::byte> EncodeUtf16(std::wstring_view text)
     std::vector<std::byte> bytes;
     bytes.reserve(text.size() * 2);
     for (const wchar_t character : text) {
-        const auto code = static_cast<std::uint32_t>(character);
+        const std::uint32_t code = CodeUnit(character);
         if (code < FirstSupplementary) {
             AppendUnit(bytes, code);
         } else {

@@ -2,12 +2,19 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace sitekeeper {
+
+/// The number of a wide character, which is signed on some systems and unsigned on others.
+[[nodiscard]] constexpr std::uint32_t CodeUnit(wchar_t character) noexcept
+{
+    return sizeof(wchar_t) == 2 ? static_cast<std::uint16_t>(character) : static_cast<std::uint32_t>(character);
+}
 
 /// The bytes of `text`, without a terminator. A character outside the basic plane takes two units; a lone half of
 /// such a pair is kept as it is, since Windows does not refuse one either.

@@ -1,0 +1,34 @@
+// The program's entry, and the one place that chooses what stands behind the ports.
+#include "app/ShellFolderChooser.h"
+#include "app/SiteKeeperApp.h"
+#include "win32/Win32Accounts.h"
+#include "win32/Win32Clock.h"
+#include "win32/Win32Environment.h"
+#include "win32/Win32FileSystem.h"
+#include "win32/Win32HelpViewer.h"
+#include "win32/Win32MessageBoxes.h"
+#include "win32/Win32Modules.h"
+#include "win32/Win32Registry.h"
+#include "win32/Win32Shell.h"
+
+#include <windows.h>
+
+#include <cstdlib>
+
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE /*previous*/, wchar_t* /*commandLine*/, int /*showCommand*/)
+{
+    using namespace sitekeeper;
+    Win32Registry registry;
+    Win32FileSystem files;
+    Win32Shell shell;
+    ShellFolderChooser folders;
+    Win32MessageBoxes messages;
+    Win32Modules modules;
+    Win32Environment environment;
+    Win32Accounts accounts;
+    Win32Clock clock;
+    Win32HelpViewer help;
+    const Platform platform{registry, files, shell, folders, messages, modules, environment, accounts, clock, help};
+    CSiteKeeperApp app(instance, platform, __wargv[0], {});
+    return app.Run();
+}
