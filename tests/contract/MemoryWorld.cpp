@@ -1,0 +1,68 @@
+#include "contract/World.h"
+#include "support/MemoryPlatform.h"
+
+namespace sitekeeper {
+namespace {
+
+class MemoryWorld final : public World
+{
+public:
+    MemoryWorld()
+    {
+        m_memory.files.AddFolder(Scratch);
+        m_memory.modules.AddLibrary(Library);
+        m_memory.modules.AddLibrary(GetNameOfLibrary());
+    }
+
+    [[nodiscard]] Registry& TheRegistry() override { return m_memory.registry; }
+    [[nodiscard]] FileSystem& Files() override { return m_memory.files; }
+    [[nodiscard]] Shell& TheShell() override { return m_memory.shell; }
+    [[nodiscard]] Modules& TheModules() override { return m_memory.modules; }
+    [[nodiscard]] Environment& TheEnvironment() override { return m_memory.environment; }
+    [[nodiscard]] Accounts& TheAccounts() override { return m_memory.accounts; }
+    [[nodiscard]] Clock& TheClock() override { return m_memory.clock; }
+
+    [[nodiscard]] std::wstring ScratchFolder() override { return Scratch; }
+    void MakeFile(const std::wstring& path, const std::string& content) override
+    {
+        m_memory.files.AddFile(path, std::wstring(content.begin(), content.end()));
+    }
+    [[nodiscard]] std::string ContentOf(const std::wstring& path) override
+    {
+        std::string content;
+        for (const wchar_t character : m_memory.files.ReadText(path).value_or(L"(no file)")) {
+            content += static_cast<char>(character);
+        }
+        return content;
+    }
+    [[nodiscard]] std::optional<ShortcutFile> ReadShortcut(const std::wstring& path) override
+    {
+        return m_memory.files.ReadShortcut(path);
+    }
+    void SetCurrentFolder(const std::wstring& path) override { m_memory.files.SetCurrentFolder(path); }
+
+    void SetVariable(const std::wstring& name, const std::wstring& text) override
+    {
+        m_memory.environment.Set(name, text);
+    }
+    void RemoveVariable(const std::wstring& name) override { m_memory.environment.Remove(name); }
+
+    [[nodiscard]] std::wstring LibraryName() override { return GetNameOfLibrary(); }
+    [[nodiscard]] std::wstring LibraryPath() override { return Library; }
+
+private:
+    static std::wstring GetNameOfLibrary() { return L"some.dll"; }
+
+    const std::wstring Scratch = L"C:\\Temp\\Scratch\\";
+    const std::wstring Library = L"C:\\Windows\\some.dll";
+    MemoryPlatform m_memory;
+};
+
+} // namespace
+
+std::unique_ptr<World> MakeWorld()
+{
+    return std::make_unique<MemoryWorld>();
+}
+
+} // namespace sitekeeper

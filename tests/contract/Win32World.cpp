@@ -1,0 +1,161 @@
+#include "contract/World.h"
+#include "frame/Handles.h"
+#include "win32/Win32Accounts.h"
+#include "win32/Win32Clock.h"
+#include "win32/Win32Environment.h"
+#include "win32/Win32FileSystem.h"
+#include "win32/Win32Modules.h"
+#include "win32/Win32Registry.h"
+#include "win32/Win32Shell.h"
+
+#include <windows.h>
+
+#include <objbase.h>
+#include <shlobj.h>
+
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+namespace sitekeeper {
+namespace {
+
+namespace fs = std::filesystem;
+
+void ClearScratchKeys()
+{
+    for (const HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER}) {
+        ::RegDeleteTreeW(root, ScratchKey);
+        ::RegDeleteKeyW(root, ScratchKey);
+        ::RegDeleteKeyW(root, L"Software\\ORIVEL"); // stays where anything else lives in it
+    }
+}
+
+/// The component runtime for reading a shortcut, whatever the test has entered or left.
+class RuntimeScope
+{
+public:
+    RuntimeScope() = default;
+    RuntimeScope(const RuntimeScope&) = delete;
+    RuntimeScope& operator=(const RuntimeScope&) = delete;
+    ~RuntimeScope()
+    {
+        if (SUCCEEDED(m_result)) {
+            ::CoUninitialize();
+        }
+    }
+
+private:
+    HRESULT m_result = ::CoInitialize(nullptr);
+};
+
+class Win32World final : public World
+{
+public:
+    Win32World()
+        : m_formerFolder(fs::current_path()),
+          m_scratch(fs::temp_directory_path() / (L"SiteKeeperContract" + std::to_wstring(::GetCurrentProcessId())))
+    {
+        ClearScratchKeys();
+        fs::remove_all(m_scratch);
+        fs::create_directory(m_scratch);
+    }
+    ~Win32World() override
+    {
+        std::error_code ignored; // a scratch folder that stays behind is no defect of what is tested
+        fs::current_path(m_formerFolder, ignored);
+        fs::remove_all(m_scratch, ignored);
+        ClearScratchKeys();
+    }
+
+    [[nodiscard]] Registry& TheRegistry() override { return m_registry; }
+    [[nodiscard]] FileSystem& Files() override { return m_files; }
+    [[nodiscard]] Shell& TheShell() override { return m_shell; }
+    [[nodiscard]] Modules& TheModules() override { return m_modules; }
+    [[nodiscard]] Environment& TheEnvironment() override { return m_environment; }
+    [[nodiscard]] Accounts& TheAccounts() override { return m_accounts; }
+    [[nodiscard]] Clock& TheClock() override { return m_clock; }
+
+    [[nodiscard]] std::wstring ScratchFolder() override { return m_scratch.wstring() + L"\\"; }
+    void MakeFile(const std::wstring& path, const std::string& content) override
+    {
+        std::ofstream file(fs::path(path), std::ios::binary);
+        file << content;
+        if (!file.flush()) {
+            throw std::runtime_error("the test cannot make its file");
+        }
+    }
+    [[nodiscard]] std::string ContentOf(const std::wstring& path) override
+    {
+        std::ifstream file(fs::path(path), std::ios::binary);
+        return file ? std::string(std::istreambuf_iterator<char>(file), {}) : "(no file)";
+    }
+    [[nodiscard]] std::optional<ShortcutFile> ReadShortcut(const std::wstring& path) override;
+    void SetCurrentFolder(const std::wstring& path) override { fs::current_path(path); }
+
+    void SetVariable(const std::wstring& name, const std::wstring& text) override
+    {
+        ::_wputenv_s(name.c_str(), text.c_str());
+    }
+    void RemoveVariable(const std::wstring& name) override { ::_wputenv_s(name.c_str(), L""); }
+
+    [[nodiscard]] std::wstring LibraryName() override { return L"shlwapi.dll"; }
+    [[nodiscard]] std::wstring LibraryPath() override
+    {
+        std::array<wchar_t, MAX_PATH> folder{};
+        ::GetSystemDirectoryW(folder.data(), MAX_PATH);
+        return std::wstring(folder.data()) + L"\\shlwapi.dll";
+    }
+
+private:
+    fs::path m_formerFolder;
+    fs::path m_scratch;
+    Win32Registry m_registry;
+    Win32FileSystem m_files;
+    Win32Shell m_shell;
+    Win32Modules m_modules;
+    Win32Environment m_environment;
+    Win32Accounts m_accounts;
+    Win32Clock m_clock;
+};
+
+std::optional<ShortcutFile> Win32World::ReadShortcut(const std::wstring& path)
+{
+    const RuntimeScope runtime;
+    ComPtr<IShellLinkW> link;
+    ComPtr<IPersistFile> file;
+    if (FAILED(::CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW,
+                                  reinterpret_cast<void**>(link.put()))) ||
+        FAILED(link->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(file.put()))) ||
+        FAILED(file->Load(path.c_str(), STGM_READ))) {
+        return std::nullopt;
+    }
+    std::array<wchar_t, 1024> text{};
+    const auto room = static_cast<int>(text.size());
+    ShortcutFile shortcut;
+    if (SUCCEEDED(link->GetPath(text.data(), room, nullptr, SLGP_RAWPATH))) {
+        shortcut.target = text.data();
+    }
+    if (SUCCEEDED(link->GetArguments(text.data(), room))) {
+        shortcut.arguments = text.data();
+    }
+    if (SUCCEEDED(link->GetWorkingDirectory(text.data(), room))) {
+        shortcut.workingFolder = text.data();
+    }
+    if (SUCCEEDED(link->GetIconLocation(text.data(), room, &shortcut.iconIndex))) {
+        shortcut.iconFile = text.data();
+    }
+    return shortcut;
+}
+
+} // namespace
+
+std::unique_ptr<World> MakeWorld()
+{
+    return std::make_unique<Win32World>();
+}
+
+} // namespace sitekeeper

@@ -1,0 +1,58 @@
+// What the contract tests stand on: the ports under test, and the few things that a test must be able to do behind
+// their backs. Built once over the platform in memory and once over the real system; the tests are the same.
+#pragma once
+
+#include "platform/Accounts.h"
+#include "platform/Clock.h"
+#include "platform/Environment.h"
+#include "platform/FileSystem.h"
+#include "platform/Modules.h"
+#include "platform/Registry.h"
+#include "platform/Shell.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace sitekeeper {
+
+/// The scratch key that tests may fill, in both hives.
+inline constexpr const wchar_t* ScratchKey = L"Software\\ORIVEL\\ContractTest";
+
+class World
+{
+public:
+    /// Makes the scratch folder and clears the scratch keys; the destructor removes all of them.
+    World() = default;
+    World(const World&) = delete;
+    World& operator=(const World&) = delete;
+    virtual ~World() = default;
+
+    [[nodiscard]] virtual Registry& TheRegistry() = 0;
+    [[nodiscard]] virtual FileSystem& Files() = 0;
+    [[nodiscard]] virtual Shell& TheShell() = 0;
+    [[nodiscard]] virtual Modules& TheModules() = 0;
+    [[nodiscard]] virtual Environment& TheEnvironment() = 0;
+    [[nodiscard]] virtual Accounts& TheAccounts() = 0;
+    [[nodiscard]] virtual Clock& TheClock() = 0;
+
+    /// An empty folder for the test, as a full path with a "\" at its end.
+    [[nodiscard]] virtual std::wstring ScratchFolder() = 0;
+    virtual void MakeFile(const std::wstring& path, const std::string& content) = 0;
+    /// The content of a file that holds no shortcut.
+    [[nodiscard]] virtual std::string ContentOf(const std::wstring& path) = 0;
+    /// What the shortcut file says, as the system reads it; nothing when it holds no shortcut.
+    [[nodiscard]] virtual std::optional<ShortcutFile> ReadShortcut(const std::wstring& path) = 0;
+    virtual void SetCurrentFolder(const std::wstring& path) = 0;
+
+    virtual void SetVariable(const std::wstring& name, const std::wstring& text) = 0;
+    virtual void RemoveVariable(const std::wstring& name) = 0;
+
+    /// The bare name of a library that the system has, and its full path.
+    [[nodiscard]] virtual std::wstring LibraryName() = 0;
+    [[nodiscard]] virtual std::wstring LibraryPath() = 0;
+};
+
+[[nodiscard]] std::unique_ptr<World> MakeWorld();
+
+} // namespace sitekeeper

@@ -1,0 +1,271 @@
+#include "support/FaultyPlatform.h"
+
+namespace sitekeeper {
+namespace {
+
+/// Counts the calls of one platform and picks the one that fails.
+class FaultPlan
+{
+public:
+    explicit FaultPlan(int failingCall) : m_failingCall(failingCall) {}
+
+    bool Fails(const std::wstring& call)
+    {
+        m_calls.push_back(call);
+        return static_cast<int>(m_calls.size()) == m_failingCall;
+    }
+
+    [[nodiscard]] const std::vector<std::wstring>& Calls() const { return m_calls; }
+    [[nodiscard]] bool HasFailed() const
+    {
+        return m_failingCall > 0 && static_cast<int>(m_calls.size()) >= m_failingCall;
+    }
+
+private:
+    int m_failingCall;
+    std::vector<std::wstring> m_calls;
+};
+
+class FaultyRegistry final : public Registry
+{
+public:
+    FaultyRegistry(Registry& inner, FaultPlan& plan) : m_inner(inner), m_plan(plan) {}
+
+    [[nodiscard]] std::optional<std::vector<std::byte>> ReadValue(Hive hive, const std::wstring& key,
+                                                                  const std::wstring& name, KeyAccess access,
+                                                                  std::size_t limit) const override
+    {
+        return m_plan.Fails(L"read " + MemoryRegistry::PathText(hive, key) + L" : " + name)
+                   ? std::nullopt
+                   : m_inner.ReadValue(hive, key, name, access, limit);
+    }
+
+    bool WriteValue(Hive hive, const std::wstring& key, const std::wstring& name, ValueType type,
+                    std::span<const std::byte> bytes) override
+    {
+        return !m_plan.Fails(L"write " + MemoryRegistry::PathText(hive, key) + L" : " + name) &&
+               m_inner.WriteValue(hive, key, name, type, bytes);
+    }
+
+private:
+    Registry& m_inner;
+    FaultPlan& m_plan;
+};
+
+class FaultyFileSystem final : public FileSystem
+{
+public:
+    FaultyFileSystem(FileSystem& inner, FaultPlan& plan) : m_inner(inner), m_plan(plan) {}
+
+    [[nodiscard]] bool Exists(const std::wstring& path) const override
+    {
+        return !m_plan.Fails(L"exists " + path) && m_inner.Exists(path);
+    }
+    [[nodiscard]] std::optional<std::wstring> FullPath(const std::wstring& path) const override
+    {
+        return m_plan.Fails(L"full path " + path) ? std::nullopt : m_inner.FullPath(path);
+    }
+    bool MakeFolder(const std::wstring& path) override
+    {
+        return !m_plan.Fails(L"make folder " + path) && m_inner.MakeFolder(path);
+    }
+
+private:
+    FileSystem& m_inner;
+    FaultPlan& m_plan;
+};
+
+class FaultyShell final : public Shell
+{
+public:
+    FaultyShell(Shell& inner, FaultPlan& plan) : m_inner(inner), m_plan(plan) {}
+
+    bool EnterComponents() override { return !m_plan.Fails(L"enter components") && m_inner.EnterComponents(); }
+    void LeaveComponents() noexcept override { m_inner.LeaveComponents(); }
+    ResultCode SaveShortcut(const std::wstring& path, const ShortcutFile& shortcut) override
+    {
+        return m_plan.Fails(L"save " + path) ? InjectedFailure : m_inner.SaveShortcut(path, shortcut);
+    }
+    void Explore(const std::wstring& folder) override
+    {
+        if (!m_plan.Fails(L"explore " + folder)) {
+            m_inner.Explore(folder);
+        }
+    }
+
+private:
+    Shell& m_inner;
+    FaultPlan& m_plan;
+};
+
+class FaultyFolderChooser final : public FolderChooser
+{
+public:
+    FaultyFolderChooser(FolderChooser& inner, FaultPlan& plan) : m_inner(inner), m_plan(plan) {}
+
+    void Choose(const std::wstring& title, std::wstring& path) override
+    {
+        if (m_plan.Fails(L"choose " + title)) {
+            path.clear();
+        } else {
+            m_inner.Choose(title, path);
+        }
+    }
+
+private:
+    FolderChooser& m_inner;
+    FaultPlan& m_plan;
+};
+
+class FaultyMessageBoxes final : public MessageBoxes
+{
+public:
+    FaultyMessageBoxes(MessageBoxes& inner, FaultPlan& plan) : m_inner(inner), m_plan(plan) {}
+
+    Answer Show(WindowId owner, const std::wstring& text, const std::optional<std::wstring>& caption,
+                MessageStyle style) override
+    {
+        return m_plan.Fails(L"show " + text) ? Answer::None : m_inner.Show(owner, text, caption, style);
+    }
+
+private:
+    MessageBoxes& m_inner;
+    FaultPlan& m_plan;
+};
+
+class FaultyModules final : public Modules
+{
+public:
+    FaultyModules(Modules& inner, FaultPlan& plan) : m_inner(inner), m_plan(plan) {}
+
+    [[nodiscard]] ModuleId Load(const std::wstring& path) override
+    {
+        return m_plan.Fails(L"load " + path) ? ModuleId::None : m_inner.Load(path);
+    }
+    void Release(ModuleId library) noexcept override { m_inner.Release(library); }
+
+private:
+    Modules& m_inner;
+    FaultPlan& m_plan;
+};
+
+class FaultyEnvironment final : public Environment
+{
+public:
+    FaultyEnvironment(Environment& inner, FaultPlan& plan) : m_inner(inner), m_plan(plan) {}
+
+    [[nodiscard]] std::optional<std::wstring> Variable(const std::wstring& name) const override
+    {
+        return m_plan.Fails(L"variable " + name) ? std::nullopt : m_inner.Variable(name);
+    }
+
+private:
+    Environment& m_inner;
+    FaultPlan& m_plan;
+};
+
+class FaultyAccounts final : public Accounts
+{
+public:
+    FaultyAccounts(Accounts& inner, FaultPlan& plan) : m_inner(inner), m_plan(plan) {}
+
+    [[nodiscard]] std::wstring UserName() const override
+    {
+        return m_plan.Fails(L"user name") ? std::wstring() : m_inner.UserName();
+    }
+
+private:
+    Accounts& m_inner;
+    FaultPlan& m_plan;
+};
+
+class FaultyClock final : public Clock
+{
+public:
+    FaultyClock(Clock& inner, FaultPlan& plan) : m_inner(inner), m_plan(plan) {}
+
+    [[nodiscard]] Seconds Now() const override { return m_inner.Now(); }
+    [[nodiscard]] std::optional<CalendarTime> ToLocal(Seconds moment) const override
+    {
+        return m_plan.Fails(L"to local") ? std::nullopt : m_inner.ToLocal(moment);
+    }
+    [[nodiscard]] std::optional<Seconds> FromLocal(const CalendarTime& time) const override
+    {
+        return m_plan.Fails(L"from local") ? std::nullopt : m_inner.FromLocal(time);
+    }
+    [[nodiscard]] std::optional<std::wstring> Format(const std::wstring& pattern,
+                                                     const CalendarTime& time) const override
+    {
+        return m_plan.Fails(L"format") ? std::nullopt : m_inner.Format(pattern, time);
+    }
+
+private:
+    Clock& m_inner;
+    FaultPlan& m_plan;
+};
+
+class FaultyHelpViewer final : public HelpViewer
+{
+public:
+    FaultyHelpViewer(HelpViewer& inner, FaultPlan& plan) : m_inner(inner), m_plan(plan) {}
+
+    void ShowContents(WindowId owner, const std::wstring& path) override
+    {
+        if (!m_plan.Fails(L"help " + path)) {
+            m_inner.ShowContents(owner, path);
+        }
+    }
+
+private:
+    HelpViewer& m_inner;
+    FaultPlan& m_plan;
+};
+
+} // namespace
+
+struct FaultyPlatform::Forwarders
+{
+    Forwarders(const Platform& inner, int failingCall)
+        : plan(failingCall), registry(inner.registry, plan), files(inner.files, plan), shell(inner.shell, plan),
+          folders(inner.folders, plan), messages(inner.messages, plan), modules(inner.modules, plan),
+          environment(inner.environment, plan), accounts(inner.accounts, plan), clock(inner.clock, plan),
+          help(inner.help, plan)
+    {}
+
+    FaultPlan plan;
+    FaultyRegistry registry;
+    FaultyFileSystem files;
+    FaultyShell shell;
+    FaultyFolderChooser folders;
+    FaultyMessageBoxes messages;
+    FaultyModules modules;
+    FaultyEnvironment environment;
+    FaultyAccounts accounts;
+    FaultyClock clock;
+    FaultyHelpViewer help;
+};
+
+FaultyPlatform::FaultyPlatform(const Platform& inner, int failingCall)
+    : m_forwarders(std::make_unique<Forwarders>(inner, failingCall))
+{}
+
+FaultyPlatform::~FaultyPlatform() = default;
+
+Platform FaultyPlatform::Ports()
+{
+    Forwarders& all = *m_forwarders;
+    return {all.registry, all.files,       all.shell,    all.folders, all.messages,
+            all.modules,  all.environment, all.accounts, all.clock,   all.help};
+}
+
+const std::vector<std::wstring>& FaultyPlatform::Calls() const
+{
+    return m_forwarders->plan.Calls();
+}
+
+bool FaultyPlatform::HasFailed() const
+{
+    return m_forwarders->plan.HasFailed();
+}
+
+} // namespace sitekeeper

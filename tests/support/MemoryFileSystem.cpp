@@ -1,0 +1,214 @@
+#include "support/MemoryFileSystem.h"
+
+#include "text/Paths.h"
+#include "text/Text.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace sitekeeper {
+namespace {
+
+/// MAX_PATH of Windows: the room for a path with its terminator.
+constexpr std::size_t PathRoom = 260;
+
+bool StartsWithDrive(std::wstring_view path)
+{
+    return path.size() >= 2 && path[1] == L':' && path[0] != L'\\';
+}
+
+/// How much of a full path is its root, without a "\" behind it: "C:", or "\\server\share".
+std::size_t RootLength(std::wstring_view path)
+{
+    if (StartsWithDrive(path)) {
+        return 2;
+    }
+    const std::size_t server = path.find(L'\\', 2);
+    return server == std::wstring_view::npos ? path.size() : std::min(path.find(L'\\', server + 1), path.size());
+}
+
+/// `path` as it would be written from the root on, given the current folder.
+std::wstring Rooted(const std::wstring& path, const std::wstring& currentFolder)
+{
+    if (path.starts_with(L"\\\\")) {
+        return path;
+    }
+    if (path.starts_with(L'\\')) {
+        return currentFolder.substr(0, RootLength(currentFolder)) + path;
+    }
+    if (!StartsWithDrive(path)) {
+        return WithBackslash(currentFolder) + path;
+    }
+    if (path.size() > 2 && path[2] == L'\\') {
+        return path;
+    }
+    const bool isHere = EqualIgnoringCase(path.substr(0, 2), currentFolder.substr(0, 2));
+    return WithBackslash(isHere ? currentFolder : path.substr(0, 2)) + path.substr(2);
+}
+
+/// The names of `rest` with "." and ".." carried out; ".." stops at the root.
+std::vector<std::wstring> NamesOf(std::wstring_view rest)
+{
+    std::vector<std::wstring> names;
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find(L'\\'), rest.size());
+        const std::wstring_view name = rest.substr(0, end);
+        if (name == L"..") {
+            if (!names.empty()) {
+                names.pop_back();
+            }
+        } else if (!name.empty() && name != L".") {
+            names.emplace_back(name);
+        }
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return names;
+}
+
+std::wstring Shown(const ShortcutFile& shortcut)
+{
+    return L" -> " + shortcut.target + L" | " + shortcut.arguments + L" | " + shortcut.workingFolder + L" | " +
+           shortcut.iconFile + L" | " + std::to_wstring(shortcut.iconIndex);
+}
+
+} // namespace
+
+MemoryFileSystem::MemoryFileSystem() : m_currentFolder(L"C:\\")
+{
+    AddFolder(L"C:\\");
+}
+
+bool MemoryFileSystem::Exists(const std::wstring& path) const
+{
+    const Entry* const entry = Find(path);
+    // A name with a "\" behind it can only be a folder's.
+    return entry != nullptr && (!path.ends_with(L'\\') || std::holds_alternative<Folder>(entry->content));
+}
+
+std::optional<std::wstring> MemoryFileSystem::FullPath(const std::wstring& path) const
+{
+    std::wstring full = Resolved(path);
+    return full.empty() || full.size() >= PathRoom ? std::nullopt : std::optional(std::move(full));
+}
+
+bool MemoryFileSystem::MakeFolder(const std::wstring& path)
+{
+    if (path.empty() || Find(path) != nullptr || !HasFolderAbove(path) || m_refused.contains(IdOf(path))) {
+        return false;
+    }
+    m_entries.insert_or_assign(IdOf(path), Entry{WithoutTrailingBackslashes(Resolved(path)), Folder{}});
+    return true;
+}
+
+void MemoryFileSystem::AddFolder(const std::wstring& path)
+{
+    const std::wstring full = WithoutTrailingBackslashes(Resolved(path));
+    for (std::size_t end = RootLength(full); end != std::wstring::npos; end = full.find(L'\\', end + 1)) {
+        const std::wstring reached = full.substr(0, end);
+        m_entries.try_emplace(IdOf(reached + L"\\"), Entry{reached, Folder{}});
+        if (end == full.size()) {
+            return;
+        }
+    }
+    m_entries.try_emplace(IdOf(full), Entry{full, Folder{}});
+}
+
+void MemoryFileSystem::AddFile(const std::wstring& path, const std::wstring& text)
+{
+    AddFolder(GetFolderOfPath(Resolved(path)));
+    m_entries.insert_or_assign(IdOf(path), Entry{Resolved(path), text});
+}
+
+void MemoryFileSystem::Remove(const std::wstring& path)
+{
+    m_entries.erase(IdOf(path));
+}
+
+bool MemoryFileSystem::WriteShortcut(const std::wstring& path, const ShortcutFile& shortcut)
+{
+    if (path.empty() || path.ends_with(L'\\') || IsFolder(path) || !HasFolderAbove(path) ||
+        m_refused.contains(IdOf(path))) {
+        return false;
+    }
+    const auto [place, isNew] = m_entries.try_emplace(IdOf(path), Entry{Resolved(path), shortcut});
+    place->second.content = shortcut; // a file keeps the spelling in which it was made
+    return true;
+}
+
+bool MemoryFileSystem::IsFolder(const std::wstring& path) const
+{
+    const Entry* const entry = Find(path);
+    return entry != nullptr && std::holds_alternative<Folder>(entry->content);
+}
+
+std::optional<ShortcutFile> MemoryFileSystem::ReadShortcut(const std::wstring& path) const
+{
+    const Entry* const entry = Find(path);
+    const auto* const shortcut = entry == nullptr ? nullptr : std::get_if<ShortcutFile>(&entry->content);
+    return shortcut == nullptr ? std::nullopt : std::optional(*shortcut);
+}
+
+std::optional<std::wstring> MemoryFileSystem::ReadText(const std::wstring& path) const
+{
+    const Entry* const entry = Find(path);
+    const auto* const text = entry == nullptr ? nullptr : std::get_if<std::wstring>(&entry->content);
+    return text == nullptr ? std::nullopt : std::optional(*text);
+}
+
+std::vector<std::wstring> MemoryFileSystem::Listing() const
+{
+    std::vector<std::wstring> lines;
+    for (const auto& [id, entry] : m_entries) {
+        if (const auto* const text = std::get_if<std::wstring>(&entry.content)) {
+            lines.push_back(entry.path + L" = \"" + *text + L"\"");
+        } else if (const auto* const shortcut = std::get_if<ShortcutFile>(&entry.content)) {
+            lines.push_back(entry.path + Shown(*shortcut));
+        } else {
+            lines.push_back(entry.path + L"\\");
+        }
+    }
+    std::sort(lines.begin(), lines.end());
+    return lines;
+}
+
+std::wstring MemoryFileSystem::Resolved(const std::wstring& path) const
+{
+    if (path.empty()) {
+        return path;
+    }
+    const std::wstring rooted = Rooted(ReplaceAll(path, L"/", L"\\"), m_currentFolder);
+    const std::size_t rootLength = RootLength(rooted);
+    std::wstring full = rooted.substr(0, rootLength);
+    for (const std::wstring& name : NamesOf(std::wstring_view(rooted).substr(rootLength))) {
+        full += L"\\" + name;
+    }
+    const bool isRootAlone = full.size() == rootLength;
+    if ((rooted.ends_with(L'\\') || (isRootAlone && StartsWithDrive(full))) && rooted.size() > rootLength) {
+        full += L"\\";
+    }
+    return full;
+}
+
+std::wstring MemoryFileSystem::IdOf(const std::wstring& path) const
+{
+    return ToLowerCase(WithoutTrailingBackslashes(Resolved(path)));
+}
+
+std::wstring MemoryFileSystem::FolderIdAbove(const std::wstring& path) const
+{
+    return WithoutTrailingBackslashes(GetFolderOfPath(IdOf(path)));
+}
+
+const MemoryFileSystem::Entry* MemoryFileSystem::Find(const std::wstring& path) const
+{
+    const auto found = path.empty() ? m_entries.end() : m_entries.find(IdOf(path));
+    return found == m_entries.end() ? nullptr : &found->second;
+}
+
+bool MemoryFileSystem::HasFolderAbove(const std::wstring& path) const
+{
+    const auto found = m_entries.find(FolderIdAbove(path));
+    return found != m_entries.end() && std::holds_alternative<Folder>(found->second.content);
+}
+
+} // namespace sitekeeper

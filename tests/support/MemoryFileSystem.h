@@ -1,0 +1,69 @@
+// A Windows file system in memory, for tests: drives, shares, folders and files under backslashed paths, compared
+// without regard to case.
+#pragma once
+
+#include "platform/FileSystem.h"
+#include "platform/Shell.h"
+
+#include <map>
+#include <set>
+#include <variant>
+#include <vector>
+
+namespace sitekeeper {
+
+class MemoryFileSystem final : public FileSystem
+{
+public:
+    /// Begins with the empty drive C:, which is also the current folder.
+    MemoryFileSystem();
+
+    [[nodiscard]] bool Exists(const std::wstring& path) const override;
+    [[nodiscard]] std::optional<std::wstring> FullPath(const std::wstring& path) const override;
+    bool MakeFolder(const std::wstring& path) override;
+
+    /// Plant a folder or a file of that text, with all folders above it.
+    void AddFolder(const std::wstring& path);
+    void AddFile(const std::wstring& path, const std::wstring& text = L"");
+    void Remove(const std::wstring& path);
+    void SetCurrentFolder(const std::wstring& path) { m_currentFolder = Resolved(path); }
+
+    /// From now on the file or folder cannot be made or written.
+    void RefuseWriting(const std::wstring& path) { m_refused.insert(IdOf(path)); }
+
+    /// The shell's way to a file: makes it or replaces what it held. False when the folder above is missing, a folder
+    /// of that path exists, or writing is refused; nothing changes then.
+    bool WriteShortcut(const std::wstring& path, const ShortcutFile& shortcut);
+
+    [[nodiscard]] bool IsFolder(const std::wstring& path) const;
+    /// What the shortcut file says; nothing for a file that holds no shortcut.
+    [[nodiscard]] std::optional<ShortcutFile> ReadShortcut(const std::wstring& path) const;
+    /// The text of a file; nothing for anything else.
+    [[nodiscard]] std::optional<std::wstring> ReadText(const std::wstring& path) const;
+
+    /// One line for each folder and each file with its content, sorted, for comparing before and after.
+    [[nodiscard]] std::vector<std::wstring> Listing() const;
+
+private:
+    struct Folder
+    {};
+    struct Entry
+    {
+        std::wstring path;
+        std::variant<Folder, std::wstring, ShortcutFile> content;
+    };
+
+    /// The full path, of any length; empty for an empty path.
+    [[nodiscard]] std::wstring Resolved(const std::wstring& path) const;
+    /// What two spellings of one path have in common.
+    [[nodiscard]] std::wstring IdOf(const std::wstring& path) const;
+    [[nodiscard]] std::wstring FolderIdAbove(const std::wstring& path) const;
+    [[nodiscard]] const Entry* Find(const std::wstring& path) const;
+    [[nodiscard]] bool HasFolderAbove(const std::wstring& path) const;
+
+    std::map<std::wstring, Entry> m_entries;
+    std::set<std::wstring> m_refused;
+    std::wstring m_currentFolder;
+};
+
+} // namespace sitekeeper
