@@ -24,6 +24,6 @@ if(RUN_CLANG_TIDY)
   endif()
   add_custom_target(tidy
     COMMAND "${RUN_CLANG_TIDY}" -quiet -p "${CMAKE_BINARY_DIR}" ${tidy_target_arguments}
-            "${CMAKE_SOURCE_DIR}/(src|tests|bench|tools)/.*"
+            "${CMAKE_SOURCE_DIR}/(src|tests|bench|tools)/.*[.]cpp$"
     VERBATIM)
 endif()

@@ -11,8 +11,7 @@ enum class Admission
     Refused
 };
 
-/// The gate's decision on a Windows user name: an empty name is refused, everyone else is let in, "Administrator" (in
-/// any case) first of all and without reading anything.
+/// The gate's decision on a Windows user name: an empty name is refused, everyone else is let in.
 [[nodiscard]] Admission AdmitUser(const std::wstring& userName);
 
 /// What a refused user is told.

@@ -100,7 +100,7 @@ void SplashMessageWindow::SetIcon(UINT iconId)
     if (m_window == nullptr) {
         return;
     }
-    const auto icon = static_cast<HICON>(::LoadImageW(m_application, MAKEINTRESOURCEW(iconId), IMAGE_ICON,
+    auto* const icon = static_cast<HICON>(::LoadImageW(m_application, MAKEINTRESOURCEW(iconId), IMAGE_ICON,
                                                       Scaled(IconSize), Scaled(IconSize), LR_DEFAULTCOLOR));
     if (m_icon != nullptr) {
         ::DestroyIcon(m_icon);

@@ -7,7 +7,9 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <exception>
+#include <iterator>
 #include <span>
 #include <string>
 
@@ -27,6 +29,8 @@ class CDialog : public CWnd
 public:
     /// `app` must outlive the dialog; `owner` is disabled while the dialog runs, null for none.
     CDialog(CWinApp& app, UINT templateId, const CWnd* owner = nullptr);
+    CDialog(const CDialog&) = delete;
+    CDialog& operator=(const CDialog&) = delete;
     ~CDialog() override;
 
     /// Makes the dialog and runs it until it ends; the result is what EndDialog was given, or -1 when the thread is
@@ -65,13 +69,13 @@ protected:
     template <typename Dialog, std::size_t Size>
     static bool RunCommand(Dialog& dialog, const CommandRow<Dialog> (&table)[Size], WORD id)
     {
-        for (const CommandRow<Dialog>& row : table) {
-            if (row.id == id) {
-                (dialog.*row.handler)();
-                return true;
-            }
+        const auto* const row =
+            std::find_if(std::begin(table), std::end(table), [id](const auto& each) { return each.id == id; });
+        if (row == std::end(table)) {
+            return false;
         }
-        return false;
+        (dialog.*row->handler)();
+        return true;
     }
 
     /// The window of control `id`; null when there is none.

@@ -42,7 +42,7 @@ int CWinApp::ExitInstance()
 
 void CWinApp::OnHelp() {}
 
-std::wstring CWinApp::ProgramFile() const
+std::wstring CWinApp::ProgramFile()
 {
     std::wstring path(MAX_PATH, L'\0');
     for (;;) {
@@ -55,7 +55,7 @@ std::wstring CWinApp::ProgramFile() const
     }
 }
 
-std::wstring CWinApp::ProgramHelpFile() const
+std::wstring CWinApp::ProgramHelpFile()
 {
     const std::wstring program = ProgramFile();
     const std::size_t dot = program.rfind(L'.');

@@ -43,10 +43,10 @@ public:
     [[nodiscard]] const std::wstring& AppName() const noexcept { return m_appName; }
 
     /// The program's own full path.
-    [[nodiscard]] std::wstring ProgramFile() const;
+    [[nodiscard]] static std::wstring ProgramFile();
 
     /// The program's full path with a help extension in place of its own.
-    [[nodiscard]] std::wstring ProgramHelpFile() const;
+    [[nodiscard]] static std::wstring ProgramHelpFile();
 
     /// String `id` of the resources, of any length; empty when there is none.
     [[nodiscard]] std::wstring ResourceText(UINT id) const;

@@ -90,7 +90,7 @@ protected:
 private:
     static LRESULT CALLBACK OwnClassThunk(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     static LRESULT CALLBACK SubclassThunk(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                          DWORD_PTR self) noexcept;
+                                          DWORD_PTR object) noexcept;
 
     HWND m_handle = nullptr;
     bool m_isSubclassed = false;

@@ -6,7 +6,7 @@ namespace sitekeeper {
 
 std::unique_ptr<CORSWSplashMsgDlg> ShowProgressWindow(ModuleId library, HINSTANCE application)
 {
-    const auto module = reinterpret_cast<HMODULE>(library);
+    auto* const module = reinterpret_cast<HMODULE>(library);
     const auto make = module == nullptr ? nullptr
                                         : reinterpret_cast<NewCORSWSplashMsgDlgFunction>(reinterpret_cast<void*>(
                                               ::GetProcAddress(module, NewCORSWSplashMsgDlgName)));

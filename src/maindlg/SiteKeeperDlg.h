@@ -37,6 +37,9 @@ public:
 
     CSiteKeeperDlg(CWinApp& app, Context context);
 
+    CSiteKeeperDlg(const CSiteKeeperDlg&) = delete;
+    CSiteKeeperDlg& operator=(const CSiteKeeperDlg&) = delete;
+
     /// Writes the window's last position to the application profile and releases the dialogs library. Progress windows
     /// that an unfinished apply left on screen go with it.
     ~CSiteKeeperDlg() override;
