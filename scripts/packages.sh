@@ -1,0 +1,90 @@
+# shellcheck shell=bash
+# The Debian packages the commands need, and why. Sourced, never run; needs common.sh.
+# shellcheck disable=SC2034,SC2154 # ./run and ./test read the lists, common.sh sets the places
+
+# One line per package: name, then what it is for.
+run_packages='
+cmake                       the build
+ninja-build                 the build
+g++-mingw-w64-x86-64-posix  compiles Windows programs
+googletest                  the configured build holds the tests too
+wine                        runs Windows programs
+wine64                      runs Windows programs
+fonts-wine                  the marks on caption buttons and the system fonts
+fonts-lato                  stands in for Segoe UI with its proportions
+xvfb                        the screen when there is none
+x11-utils                   asks a screen whether it is usable
+imagemagick                 takes the picture of the window
+'
+
+test_packages='
+g++                         the native builds
+clang                       the second compiler, and the fuzzers
+lld                         links what clang compiles
+libclang-rt-14-dev          sanitizers and fuzzers of clang
+clang-format                the format tier
+clang-tidy                  the tidy tier
+ccache                      makes repeated builds quick
+libgtest-dev                unit tests
+libgmock-dev                unit tests
+libbenchmark-dev            benchmarks, compiled by the native builds
+xdotool                     mouse and keys in the end-to-end tests
+liblnk-utils                reads shortcuts in the end-to-end tests
+python3                     counts the results
+'
+
+package_names() {
+    awk 'NF { print $1 }' <<<"$1"
+}
+
+# The names of $1's packages that are not installed, one on a line.
+missing_packages() {
+    local names installed
+    mapfile -t names < <(package_names "$1")
+    # dpkg-query fails when it does not know a name; what it prints is complete all the same.
+    # shellcheck disable=SC2016 # the braces are dpkg-query's
+    installed=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "${names[@]}" 2>/dev/null || true)
+    comm -23 <(printf '%s\n' "${names[@]}" | sort -u) <(awk '$2 == "installed" { print $1 }' <<<"$installed" | sort -u)
+}
+
+as_root() {
+    if ((EUID == 0)); then
+        "$@"
+    elif command -v sudo >/dev/null; then
+        sudo "$@"
+    else
+        echo "needs root, and sudo is not installed: $*"
+        return 1
+    fi
+}
+
+apt_install() {
+    local apt=(apt-get -o DPkg::Lock::Timeout=500 -q)
+    as_root env DEBIAN_FRONTEND=noninteractive "${apt[@]}" update
+    as_root env DEBIAN_FRONTEND=noninteractive "${apt[@]}" install -y --no-install-recommends "$@"
+}
+
+say_missing() {
+    local name
+    echo 'These Debian packages are missing and will be installed:'
+    for name in "${@:2}"; do
+        awk -v name="$name" '$1 == name { print "  " $0 }' <<<"$1"
+    done
+}
+
+# Installs what is missing of the listed packages, and says nothing when nothing is.
+ensure_packages() {
+    local wanted=$1 missing
+    if ! command -v dpkg-query >/dev/null; then
+        echo 'This is not a Debian system: the tools named in scripts/packages.sh must be there already.'
+        return
+    fi
+    mapfile -t missing < <(missing_packages "$wanted")
+    ((${#missing[@]} > 0)) || return 0
+    say_missing "$wanted" "${missing[@]}"
+    # A password is asked for here, where the terminal can answer; the step itself has no input.
+    if ((EUID != 0)) && command -v sudo >/dev/null; then
+        sudo -n true 2>/dev/null || sudo -v || fail 'root rights are needed to install packages'
+    fi
+    step 'Installing packages' "$log_dir/packages.log" apt_install "${missing[@]}"
+}

@@ -1,0 +1,175 @@
+# shellcheck shell=bash
+# The tiers of ./test. Sourced, never run; needs common.sh, build.sh, wine-prefix.sh and screen.sh.
+# shellcheck disable=SC2034,SC2154 # they set what is not set here, and ./test reads the list
+
+tiers=(format native-debug native-clang native-release fuzz mingw-debug mingw-release tidy)
+
+total_passed=0
+total_failed=0
+failures=()    # "tier, tab, test, tab, log" of each failed test
+
+tier=          # the tier under way, its log, and its counts
+tier_log=
+passed=0
+failed=0
+skipped=0
+
+# --- counting --------------------------------------------------------------------------------------------------
+
+add_failure() {
+    failures+=("$tier"$'\t'"$1"$'\t'"$(shown "$tier_log")")
+    failed=$((failed + 1))
+}
+
+# One test which is a command: check NAME COMMAND...; call it as a plain command.
+check() {
+    local name=$1
+    shift
+    run_job "$tier_log" "$@"
+    if ((job_rc == 0)); then
+        passed=$((passed + 1))
+    else
+        add_failure "$name"
+    fi
+}
+
+# Runs a job the tests depend on; when it fails, in $job_rc, that is one failed test named after the tier.
+need() {
+    run_job "$tier_log" "$@"
+    ((job_rc == 0)) || add_failure "$tier"
+}
+
+# A runner that fails where every test passed, or that found none, is a failure of the tier.
+count_results() {
+    local rc=$1 junit=$2 lines first name
+    if [[ ! -s $junit ]] || ! lines=$("$root/scripts/results.py" "$junit" 2>>"$tier_log"); then
+        add_failure "$tier"
+        return
+    fi
+    read -r first <<<"$lines"
+    read -r passed _ skipped <<<"$first"
+    while IFS= read -r name; do
+        add_failure "$name"
+    done < <(tail -n +2 <<<"$lines")
+    if ((failed == 0 && (rc != 0 || passed == 0))); then
+        add_failure "$tier"
+    fi
+}
+
+run_ctest() {
+    local junit=$log_dir/$tier.xml
+    rm -f "$junit"
+    run_job "$tier_log" ctest --preset "$tier" --no-tests=error --output-junit "$junit" "$@"
+    count_results "$job_rc" "$junit"
+}
+
+# --- Wine ------------------------------------------------------------------------------------------------------
+
+# A prefix that no earlier run has touched.
+make_test_prefix() {
+    ensure_template
+    clone_template "$1"
+}
+
+# The tests are found by running their programs, perhaps while building: the keeper comes first.
+wine_tier() {
+    local prefix=$wine_dir/test
+    export SITEKEEPER_WINEPREFIX=$prefix
+    need build_preset "$tier" keeper
+    ((job_rc == 0)) || return 0
+    need make_test_prefix "$prefix"
+    ((job_rc == 0)) || return 0
+    if ! start_keeper "$prefix" "$build_dir/$tier/demo/keeper.exe" "$log_dir/keeper.log"; then
+        echo "Wine does not start in the test prefix: $(shown "$log_dir/keeper.log")" >>"$tier_log"
+        add_failure "$tier"
+        return 0
+    fi
+    need build_preset "$tier"
+    ((job_rc != 0)) || run_ctest "$@"
+}
+
+# --- the tiers -------------------------------------------------------------------------------------------------
+
+native_tier() {
+    need build_preset "$tier"
+    ((job_rc != 0)) || run_ctest
+}
+
+tier_format() {
+    check format build_preset native-debug format-check
+}
+
+tier_native-debug() {
+    native_tier
+}
+
+tier_native-clang() {
+    native_tier
+}
+
+tier_native-release() {
+    native_tier
+}
+
+tier_fuzz() {
+    native_tier
+}
+
+# Dialogs run on the screen that Wine has when there is none.
+tier_mingw-debug() {
+    local display=${DISPLAY:-}
+    unset DISPLAY
+    wine_tier -L '^(contract|ui)$'
+    end_jobs
+    if [[ -n $display ]]; then
+        export DISPLAY=$display
+    fi
+}
+
+tier_mingw-release() {
+    start_screen
+    wine_tier -L '^(exe|e2e)$'
+    end_jobs
+    stop_screen
+}
+
+tier_tidy() {
+    check 'tidy of the native build' build_preset native-clang tidy
+    check 'tidy of the Windows build' build_preset mingw-debug tidy
+}
+
+# --- running one -----------------------------------------------------------------------------------------------
+
+tier_summary() {
+    local colour=$green
+    ((failed == 0)) || colour=$red
+    printf '%8s   %s%d passed, %d failed%s' "$(elapsed "$1")" "$colour" "$passed" "$failed" "$plain"
+    ((skipped == 0)) || printf ', %d skipped' "$skipped"
+}
+
+run_tier() {
+    local began
+    tier=$1
+    tier_log=$log_dir/$tier.log
+    passed=0 failed=0 skipped=0
+    mkdir -p "$log_dir"
+    : >"$tier_log"
+    began=$(now_ms)
+    progress_open "$tier"
+    "tier_$tier"
+    progress_close "$(tier_summary "$began")"
+    ((failed == 0)) || show_tail "$tier_log"
+    total_passed=$((total_passed + passed))
+    total_failed=$((total_failed + failed))
+}
+
+list_failures() {
+    local line name log
+    ((${#failures[@]} > 0)) || return 0
+    echo
+    echo 'Failed:'
+    for line in "${failures[@]}"; do
+        IFS=$'\t' read -r line name log <<<"$line"
+        printf '  %-15s %s   (%s)\n' "$line" "$name" "$log"
+    done
+}
