@@ -323,8 +323,9 @@ LRESULT CButtonST::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         if (wParam == FALSE) {
             EndHover(); // no more mouse messages come
         }
+        CWnd::WindowProc(message, wParam, lParam);
         RepaintIf(true);
-        break;
+        return 0;
     case WM_SETCURSOR:
         if (m_cursor) {
             ::SetCursor(m_cursor.get());
@@ -375,7 +376,7 @@ void CButtonST::EndHover()
 LRESULT CButtonST::OnSetStyle(WPARAM style, LPARAM repaint)
 {
     // The dialog moves the default mark from button to button this way; the drawing stays ours.
-    m_style.isDefault = (style & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
+    m_style.isDefault = !m_style.isCheckBox && (style & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
     return Default(BM_SETSTYLE, (style & ~static_cast<WPARAM>(BS_TYPEMASK)) | BS_OWNERDRAW, repaint);
 }
 

@@ -1,16 +1,14 @@
 // The sounds of a bitmap button.
 #pragma once
 
-#include "frame/Handles.h"
-
 #include <windows.h>
 
 #include <string>
 
 namespace sitekeeper {
 
-/// Plays sounds through the system's multimedia library, which is loaded by the first one: a program whose buttons are
-/// silent never has it.
+/// Plays sounds through the system's multimedia library, which the first sound loads for the rest of the process: a
+/// program whose buttons are silent never has it.
 class ButtonSound
 {
 public:
@@ -28,7 +26,6 @@ public:
 private:
     using PlayFunction = BOOL(WINAPI*)(const wchar_t*, HMODULE, DWORD);
 
-    UniqueModule m_library;
     PlayFunction m_play = nullptr;
 };
 

@@ -1,5 +1,6 @@
 // In whatever time zone the process runs: what is asserted holds in each of them.
 #include "contract/World.h"
+#include "support/Printing.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -7,7 +8,7 @@
 namespace sitekeeper {
 namespace {
 
-constexpr Seconds Day = 24 * 60 * 60;
+constexpr Seconds Day = 86400;
 constexpr Seconds EndOfYear3000 = 32535215999; // in UTC
 constexpr const wchar_t* StoredForm = L"%Y-%m-%d %H:%M:%S";
 

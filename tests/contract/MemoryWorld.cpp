@@ -47,6 +47,8 @@ public:
     }
     void RemoveVariable(const std::wstring& name) override { m_memory.environment.Remove(name); }
 
+    [[nodiscard]] bool IsWine() override { return false; }
+
     [[nodiscard]] std::wstring LibraryName() override { return GetNameOfLibrary(); }
     [[nodiscard]] std::wstring LibraryPath() override { return Library; }
 

@@ -1,5 +1,6 @@
 // Explore has no test here: it promises nothing that could be seen, and on a real system it would open a window.
 #include "contract/World.h"
+#include "support/Printing.h"
 
 #include <gtest/gtest.h>
 
@@ -50,13 +51,25 @@ TEST_F(ShellContract, WritesAShortcutToATargetThatNeedNotExist)
 TEST_F(ShellContract, KeepsEverythingThatAShortcutSays)
 {
     ASSERT_TRUE(Enter());
-    const ShortcutFile full{.target = L"C:\\M\u00FCller\\\u0416\u0443\u043A.exe",
+    const ShortcutFile full{.target = L"C:\\M\u00FCller\\Tool64.exe",
                             .arguments = L"-a \"b c\"",
                             .workingFolder = L"N:\\Suite\\\\Applications\\",
                             .iconFile = L"N:\\Suite\\\\Applications\\Tool64.exe",
                             .iconIndex = 3};
     EXPECT_EQ(shell.SaveShortcut(scratch + L"T\u00FCr.lnk", full), ResultCode::Ok);
     EXPECT_EQ(world->ReadShortcut(scratch + L"T\u00FCr.lnk"), full);
+}
+
+TEST_F(ShellContract, KeepsCharactersOutsideTheNarrowCodePage)
+{
+    if (world->IsWine()) {
+        GTEST_SKIP() << "Wine keeps a shortcut's target in the narrow code page";
+    }
+    ASSERT_TRUE(Enter());
+    ShortcutFile other = toTool;
+    other.target = L"C:\\\u0416\u0443\u043A\\\u4E2D.exe";
+    EXPECT_EQ(shell.SaveShortcut(scratch + L"Tool.lnk", other), ResultCode::Ok);
+    EXPECT_EQ(world->ReadShortcut(scratch + L"Tool.lnk"), other);
 }
 
 TEST_F(ShellContract, ReplacesWhatTheFileHeld)

@@ -63,6 +63,8 @@ public:
         fs::remove_all(m_scratch);
         fs::create_directory(m_scratch);
     }
+    Win32World(const Win32World&) = delete;
+    Win32World& operator=(const Win32World&) = delete;
     ~Win32World() override
     {
         std::error_code ignored; // a scratch folder that stays behind is no defect of what is tested
@@ -101,6 +103,11 @@ public:
         ::_wputenv_s(name.c_str(), text.c_str());
     }
     void RemoveVariable(const std::wstring& name) override { ::_wputenv_s(name.c_str(), L""); }
+
+    [[nodiscard]] bool IsWine() override
+    {
+        return ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+    }
 
     [[nodiscard]] std::wstring LibraryName() override { return L"shlwapi.dll"; }
     [[nodiscard]] std::wstring LibraryPath() override

@@ -48,6 +48,9 @@ public:
     virtual void SetVariable(const std::wstring& name, const std::wstring& text) = 0;
     virtual void RemoveVariable(const std::wstring& name) = 0;
 
+    /// Wine differs from Windows here and there; a test that meets such a difference says so and is skipped.
+    [[nodiscard]] virtual bool IsWine() = 0;
+
     /// The bare name of a library that the system has, and its full path.
     [[nodiscard]] virtual std::wstring LibraryName() = 0;
     [[nodiscard]] virtual std::wstring LibraryPath() = 0;

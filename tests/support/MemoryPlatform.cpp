@@ -57,7 +57,9 @@ State Added(const State& before, const State& after)
 
 State Removed(const State& before, const State& after)
 {
-    return Added(after, before);
+    State lines;
+    std::set_difference(before.begin(), before.end(), after.begin(), after.end(), std::back_inserter(lines));
+    return lines;
 }
 
 } // namespace sitekeeper

@@ -23,6 +23,8 @@ public:
     };
 
     ScriptedFolderChooser() = default;
+    ScriptedFolderChooser(const ScriptedFolderChooser&) = delete;
+    ScriptedFolderChooser& operator=(const ScriptedFolderChooser&) = delete;
     ~ScriptedFolderChooser() override;
 
     void Choose(const std::wstring& title, std::wstring& path) override;

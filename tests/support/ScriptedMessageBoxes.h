@@ -23,6 +23,8 @@ public:
     };
 
     ScriptedMessageBoxes() = default;
+    ScriptedMessageBoxes(const ScriptedMessageBoxes&) = delete;
+    ScriptedMessageBoxes& operator=(const ScriptedMessageBoxes&) = delete;
     ~ScriptedMessageBoxes() override;
 
     Answer Show(WindowId owner, const std::wstring& text, const std::optional<std::wstring>& caption,

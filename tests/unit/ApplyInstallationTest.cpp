@@ -2,6 +2,7 @@
 
 #include "settings/Product.h"
 #include "support/FaultyPlatform.h"
+#include "support/Printing.h"
 #include "support/SuiteFixture.h"
 #include "text/Utf16.h"
 

@@ -4,6 +4,7 @@
 #include "settings/Product.h"
 #include "shortcuts/ShortcutCatalogue.h"
 #include "shortcuts/ShortcutFiles.h"
+#include "support/Printing.h"
 #include "support/StateChecks.h"
 #include "support/SuiteFixture.h"
 

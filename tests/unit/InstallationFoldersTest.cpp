@@ -2,6 +2,7 @@
 
 #include "settings/Product.h"
 #include "support/MemoryPlatform.h"
+#include "support/Printing.h"
 
 #include <gtest/gtest.h>
 
@@ -41,7 +42,7 @@ TEST_F(FoldersAtStart, ComeFromTheProgramsPlaceWhereNothingIsStored)
 {
     const struct
     {
-        const wchar_t* program;
+        const wchar_t* program = nullptr;
         InstallationFolders folders;
     } rows[] = {
         {L"C:\\Suite\\Tools\\SiteKeeper64.exe", {L"C:\\Suite\\", L"C:\\Suite\\", L"C:\\Suite\\Datafiles\\"}},

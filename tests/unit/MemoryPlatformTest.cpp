@@ -31,7 +31,7 @@ TEST(MemoryRegistryTest, RefusesWritingByKey)
     };
     const struct
     {
-        const wchar_t* refused;
+        const wchar_t* refused = nullptr;
         State left;
     } rows[] = {
         {L"", {}},

@@ -1,6 +1,7 @@
 #include "shortcuts/ShortcutCatalogue.h"
 
 #include "support/MemoryPlatform.h"
+#include "support/Printing.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,7 @@
 #include "shortcuts/ShortcutFiles.h"
 
 #include "support/MemoryPlatform.h"
+#include "support/Printing.h"
 
 #include <gtest/gtest.h>
 
@@ -26,7 +27,7 @@ TEST(CreateFolderPath, AsksForEachFolderOnTheWay)
 {
     const struct
     {
-        const wchar_t* path;
+        const wchar_t* path = nullptr;
         State requests;
     } rows[] = {
         {L"C:\\A\\B\\x.lnk", {L"C:\\A", L"C:\\A\\B"}},
@@ -56,7 +57,7 @@ TEST(CreateFolderPath, TakesABackslashInAQuotedRunForAnOrdinaryCharacter)
 {
     const struct
     {
-        const wchar_t* path;
+        const wchar_t* path = nullptr;
         State requests;
     } rows[] = {
         {L"C:\\\"A\\B\"\\x", {L"C:\\A\\B"}},
