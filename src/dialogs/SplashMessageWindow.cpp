@@ -101,7 +101,7 @@ void SplashMessageWindow::SetIcon(UINT iconId)
         return;
     }
     auto* const icon = static_cast<HICON>(::LoadImageW(m_application, MAKEINTRESOURCEW(iconId), IMAGE_ICON,
-                                                      Scaled(IconSize), Scaled(IconSize), LR_DEFAULTCOLOR));
+                                                       Scaled(IconSize), Scaled(IconSize), LR_DEFAULTCOLOR));
     if (m_icon != nullptr) {
         ::DestroyIcon(m_icon);
     }

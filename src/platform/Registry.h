@@ -45,7 +45,8 @@ public:
                                                                           std::size_t limit) const = 0;
 
     /// Stores `bytes` under `name` with `type`, replacing an older value of any type, and creates the key and the keys
-    /// above it where missing (non-volatile). The hive's root must grant KEY_WRITE.
+    /// above it where missing (non-volatile). The hive's root must grant KEY_WRITE. Bytes of the type Text end with a
+    /// terminating zero unit.
     /// False when a step failed; then the value is as it was, though keys may have been created.
     virtual bool WriteValue(Hive hive, const std::wstring& key, const std::wstring& name, ValueType type,
                             std::span<const std::byte> bytes) = 0;

@@ -34,7 +34,8 @@ public:
     [[nodiscard]] static std::wstring UpdateReminderKey();
 
     /// The folders of the installation, from the suite key in HKEY_LOCAL_MACHINE, each with a "\" at its end.
-    /// Empty when the value is missing, empty, or longer than 1024 characters; the value's type does not matter.
+    /// Empty when the value is missing, empty, or longer than 2048 bytes with its terminator; the value's type does not
+    /// matter.
     [[nodiscard]] std::wstring ReadLocalAppPath() const;
     [[nodiscard]] std::wstring ReadNetworkAppPath() const;
     [[nodiscard]] std::wstring ReadDatafilesPath() const;

@@ -24,8 +24,8 @@ constexpr FoldRange Blocks[] = {
 };
 
 /// Blocks in which a capital stands directly before its small letter: capitals even, or odd where so marked.
-constexpr FoldRange EvenPairs[] = {{0x100, 0x12F, 0}, {0x132, 0x137, 0}, {0x14A, 0x177, 0},  {0x460, 0x481, 0},
-                                   {0x48A, 0x4BF, 0}, {0x4D0, 0x52F, 0}, {0x1E00, 0x1E95, 0}};
+constexpr FoldRange EvenPairs[] = {{0x100, 0x12F, 0}, {0x132, 0x137, 0}, {0x14A, 0x177, 0},   {0x460, 0x481, 0},
+                                   {0x48A, 0x4BF, 0}, {0x4D0, 0x52F, 0}, {0x1E00, 0x1E95, 0}, {0x1EA0, 0x1EFF, 0}};
 constexpr FoldRange OddPairs[] = {{0x139, 0x148, 0}, {0x179, 0x17E, 0}, {0x4C1, 0x4CE, 0}};
 
 constexpr std::uint32_t CapitalYWithDiaeresis = 0x178;

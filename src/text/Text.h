@@ -7,7 +7,8 @@
 
 namespace sitekeeper {
 
-/// `character` in lower case by simple folding of the Latin, Greek and Cyrillic letters; anything else unchanged.
+/// `character` in lower case by simple folding of the Greek and Cyrillic letters and of the Latin ones up to U+017F
+/// and from U+1E00; anything else unchanged.
 /// Independent of the locale, so that a user is let in or refused alike on every machine.
 [[nodiscard]] wchar_t FoldCase(wchar_t character) noexcept;
 

@@ -11,7 +11,8 @@ namespace {
 
 constexpr int FirstTmYear = 1900;
 
-/// 3000-12-31 23:59:59 UTC, the last moment that the C runtime converts (_MAX__TIME64_T of its time.h).
+/// The last moment that the C runtime converts (_MAX__TIME64_T of its time.h): the end of the year 3000 in the zone
+/// that is farthest behind.
 constexpr Seconds LastMoment = 0x793406FFF;
 
 std::tm ToTm(const CalendarTime& time)
@@ -47,7 +48,7 @@ std::optional<CalendarTime> Win32Clock::ToLocal(Seconds moment) const
 std::optional<Seconds> Win32Clock::FromLocal(const CalendarTime& time) const
 {
     constexpr int FirstYear = 1969; // a local time in it may still be a moment of 1970
-    constexpr int LastYear = 3001;
+    constexpr int LastYear = 3000;
     if (time.year < FirstYear || time.year > LastYear) {
         return std::nullopt;
     }
@@ -64,7 +65,7 @@ std::optional<std::wstring> Win32Clock::Format(const std::wstring& pattern, cons
     std::array<wchar_t, 128> buffer{};
     const std::tm fields = ToTm(time);
     const std::size_t length = ::wcsftime(buffer.data(), buffer.size(), pattern.c_str(), &fields);
-    if (length == 0) {
+    if (length == 0 || length >= buffer.size()) {
         return std::nullopt;
     }
     return std::wstring(buffer.data(), length);

@@ -27,7 +27,7 @@ std::optional<std::vector<std::byte>> Win32Registry::ReadValue(Hive hive, const 
     if (::RegOpenKeyExW(RootOf(hive), key.c_str(), 0, RightsOf(access), opened.put()) != ERROR_SUCCESS) {
         return std::nullopt;
     }
-    std::vector<std::byte> bytes(limit);
+    std::vector<std::byte> bytes(limit + 1); // without room at all the query would tell the size and succeed
     auto size = static_cast<DWORD>(limit);
     if (::RegQueryValueExW(opened.get(), name.c_str(), nullptr, nullptr, reinterpret_cast<BYTE*>(bytes.data()),
                            &size) != ERROR_SUCCESS) {
