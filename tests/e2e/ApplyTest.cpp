@@ -1,0 +1,245 @@
+// OK and Exit: the main job.
+#include "e2e/Journey.h"
+#include "e2e/support/FileTree.h"
+
+namespace sitekeeper::e2e {
+namespace {
+
+class Apply : public Journey
+{};
+
+/// A place for the application folder and where its shortcuts then point.
+class ApplyTo : public Apply, public ::testing::WithParamInterface<std::wstring>
+{};
+
+} // namespace
+
+TEST_F(Apply, BrowsingAndOkMoveTheSuiteToAnotherFolder)
+{
+    Suite().AddOldShortcuts(Suite().DesktopFolder());
+    Suite().AddOldShortcuts(Suite().ProgramsFolder());
+    SettleAccessTimes();
+    State expected = State::Take();
+
+    const ProgramRun run(Suite().Program());
+    const MainWindow main(run);
+    main.Click(Control::BrowseApplication);
+    const FolderPicker picker(run, L"Suite");
+    EXPECT_EQ(picker.Title(), L"Choose the application folder");
+    picker.Choose(L"C:\\NewServer\\Suite");
+    run.Await("the chosen folder in its field",
+              [&] { return main.Text(Control::ApplicationPath) == L"C:\\NewServer\\Suite\\"; });
+    EXPECT_TRUE(IsNow(expected)) << "browsing writes nothing";
+
+    ExpectFolders(expected, L"C:\\Suite\\", L"C:\\NewServer\\Suite\\", L"C:\\Suite\\Datafiles\\");
+    ExpectReminder(expected, L"2024-05-06 07:08:09", 14);
+    ExpectRenewed(expected, Suite().DesktopFolder(), L"C:\\NewServer\\Suite\\");
+    ExpectRenewed(expected, Suite().ProgramsFolder(), L"C:\\NewServer\\Suite\\");
+    ExpectPosition(expected, main.Rectangle());
+    main.Click(Control::Ok);
+    ExpectEnd(run, expected);
+}
+
+TEST_F(Apply, OkWithoutChangesWritesTheSameAgainAndRenewsTheShortcuts)
+{
+    Suite().AddOldShortcuts(Suite().DesktopFolder());
+    State expected = State::Take();
+    const ProgramRun run(Suite().Program());
+    const MainWindow main(run);
+    ExpectRenewed(expected, Suite().DesktopFolder(), L"C:\\Suite\\");
+    ExpectPosition(expected, main.Rectangle());
+    main.Click(Control::Ok);
+    ExpectEnd(run, expected);
+}
+
+TEST_F(Apply, ExitOfTheMenuIsTheSameAsOk)
+{
+    Suite().AddOldShortcuts(Suite().ProgramsFolder());
+    State expected = State::Take();
+    const ProgramRun run(Suite().Program());
+    const MainWindow main(run);
+    main.Type(Control::ApplicationPath, L"C:\\NewServer\\Suite\\");
+    main.Type(Control::DatafilesPath, L"D:\\Data\\");
+    ExpectFolders(expected, L"C:\\Suite\\", L"C:\\NewServer\\Suite\\", L"D:\\Data\\");
+    ExpectRenewed(expected, Suite().ProgramsFolder(), L"C:\\NewServer\\Suite\\");
+    ExpectPosition(expected, main.Rectangle());
+    main.Choose(Command::Exit);
+    ExpectEnd(run, expected);
+}
+
+TEST_F(Apply, EnterIsTheSameAsOk)
+{
+    State expected = State::Take();
+    const ProgramRun run(Suite().Program());
+    const MainWindow main(run);
+    main.Type(Control::DatafilesPath, L"D:\\Data\\");
+    ExpectFolders(expected, L"C:\\Suite\\", L"C:\\Suite\\", L"D:\\Data\\");
+    ExpectPosition(expected, main.Rectangle());
+    main.Press(Control::DatafilesPath, VK_RETURN);
+    ExpectEnd(run, expected);
+}
+
+TEST_F(Apply, AFreshInstallationIsStoredWithItsDefaults)
+{
+    Suite().RemoveSettings();
+    State expected = State::Take();
+    const ProgramRun run(Suite().Program());
+    const MainWindow main(run);
+    ExpectFolders(expected, L"C:\\Suite\\", L"C:\\Suite\\", L"C:\\Suite\\Datafiles\\");
+    ExpectReminder(expected, L"2000-01-01 00:00:00", 7);
+    ExpectPosition(expected, main.Rectangle());
+    main.Click(Control::Ok);
+    ExpectEnd(run, expected);
+}
+
+TEST_F(Apply, AProgramAtTheRootOfADriveStoresEmptyFolders)
+{
+    Suite().RemoveSettings();
+    CopyFileTo(Suite().Program(), L"C:\\SiteKeeper64.exe");
+    State expected = State::Take();
+    const ProgramRun run(L"C:\\SiteKeeper64.exe");
+    const MainWindow main(run);
+    ExpectFolders(expected, L"", L"", L"Datafiles\\");
+    ExpectReminder(expected, L"2000-01-01 00:00:00", 7);
+    ExpectPosition(expected, main.Rectangle());
+    main.Click(Control::Ok);
+    ExpectEnd(run, expected);
+}
+
+TEST_F(Apply, TypedTextIsStoredAsItStands)
+{
+    State expected = State::Take();
+    const ProgramRun run(Suite().Program());
+    const MainWindow main(run);
+    main.Type(Control::ApplicationPath, L"");
+    main.Type(Control::DatafilesPath, L" D:/no backslash at the end ");
+    ExpectFolders(expected, L"C:\\Suite\\", L"", L" D:/no backslash at the end ");
+    ExpectPosition(expected, main.Rectangle());
+    main.Click(Control::Ok);
+    ExpectEnd(run, expected);
+}
+
+TEST_F(Apply, AnApplicationFolderWithoutABackslashIsJoinedAsItStands)
+{
+    Suite().AddOldShortcuts(Suite().DesktopFolder());
+    State expected = State::Take();
+    const ProgramRun run(Suite().Program());
+    const MainWindow main(run);
+    main.Type(Control::ApplicationPath, L"C:\\NewServer");
+    ExpectFolders(expected, L"C:\\Suite\\", L"C:\\NewServer", L"C:\\Suite\\Datafiles\\");
+    ExpectRenewed(expected, Suite().DesktopFolder(), L"C:\\NewServer"); // C:\NewServerApplications\...
+    ExpectPosition(expected, main.Rectangle());
+    main.Click(Control::Ok);
+    ExpectEnd(run, expected);
+}
+
+TEST_F(Apply, WithoutShortcutsNoneIsMade)
+{
+    State expected = State::Take();
+    const ProgramRun run(Suite().Program());
+    const MainWindow main(run);
+    main.Type(Control::ApplicationPath, L"C:\\NewServer\\Suite\\");
+    ExpectFolders(expected, L"C:\\Suite\\", L"C:\\NewServer\\Suite\\", L"C:\\Suite\\Datafiles\\");
+    ExpectPosition(expected, main.Rectangle());
+    main.Click(Control::Ok);
+    ExpectEnd(run, expected);
+}
+
+TEST_F(Apply, AnEmptyPlaceholderBecomesAShortcutAndStrangersAreLeftAlone)
+{
+    WriteWholeFile(Suite().DesktopFolder() + L"Site Keeper.lnk", "");
+    WriteWholeFile(Suite().DesktopFolder() + L"Read me.txt", "not a shortcut");
+    WriteWholeFile(Suite().ProgramsFolder() + L"Norm Keeper.lnk.bak", "");
+    WriteWholeFile(Suite().ProgramsFolder() + L"Assist Web Page.lnk", "this is no shortcut at all");
+    State expected = State::Take();
+    const ProgramRun run(Suite().Program());
+    const MainWindow main(run);
+    expected.Set(Suite().DesktopFolder() + L"Site Keeper.lnk", RenewedShortcut(Tools[1], L"C:\\Suite\\"));
+    expected.Set(Suite().ProgramsFolder() + L"Assist Web Page.lnk", RenewedShortcut(Tools[4], L"C:\\Suite\\"));
+    ExpectPosition(expected, main.Rectangle());
+    main.Click(Control::Ok);
+    ExpectEnd(run, expected);
+}
+
+TEST_F(Apply, AStoredDateInAnotherNotationIsRewrittenInTheUsualOne)
+{
+    WriteValue(Hive::User, ReminderKey, L"CheckWebVersionDate", TextValue(L"2024 05:06-07 08 09"));
+    State expected = State::Take();
+    const ProgramRun run(Suite().Program());
+    const MainWindow main(run);
+    ExpectReminder(expected, L"2024-05-06 07:08:09", 14);
+    ExpectPosition(expected, main.Rectangle());
+    main.Click(Control::Ok);
+    ExpectEnd(run, expected);
+}
+
+TEST_F(Apply, ADateWithoutATimeIsAsGoodAsNone)
+{
+    WriteValue(Hive::User, ReminderKey, L"CheckWebVersionDate", TextValue(L"2024-05-06"));
+    State expected = State::Take();
+    const ProgramRun run(Suite().Program());
+    const MainWindow main(run);
+    ExpectReminder(expected, L"2000-01-01 00:00:00", 14);
+    ExpectPosition(expected, main.Rectangle());
+    main.Click(Control::Ok);
+    ExpectEnd(run, expected);
+}
+
+TEST_F(Apply, LongReminderIntervalsSurvive)
+{
+    WriteValue(Hive::User, ReminderKey, L"CheckWebVersionDays", NumberValue(2147483647));
+    State expected = State::Take();
+    const ProgramRun run(Suite().Program());
+    const MainWindow main(run);
+    ExpectPosition(expected, main.Rectangle());
+    main.Click(Control::Ok);
+    ExpectEnd(run, expected);
+}
+
+TEST_F(Apply, ValuesOfOtherTypesAreReplacedByText)
+{
+    WriteValue(Hive::Machine, SuiteKey, L"NetworkAppPath", RegistryValue{REG_EXPAND_SZ, TextValue(L"C:\\Suite").bytes});
+    State expected = State::Take();
+    const ProgramRun run(Suite().Program());
+    const MainWindow main(run);
+    EXPECT_EQ(main.Text(Control::ApplicationPath), L"C:\\Suite\\");
+    ExpectFolders(expected, L"C:\\Suite\\", L"C:\\Suite\\", L"C:\\Suite\\Datafiles\\");
+    ExpectPosition(expected, main.Rectangle());
+    main.Click(Control::Ok);
+    ExpectEnd(run, expected);
+}
+
+TEST_P(ApplyTo, AnApplicationFolderOfAnyName)
+{
+    if (GetParam().starts_with(L"C:\\Elsewhere\\")) {
+        Suite().AddTools(GetParam());
+    }
+    Suite().AddOldShortcuts(Suite().DesktopFolder());
+    State expected = State::Take();
+    const ProgramRun run(Suite().Program());
+    const MainWindow main(run);
+    main.Type(Control::ApplicationPath, GetParam());
+    ExpectFolders(expected, L"C:\\Suite\\", GetParam(), L"C:\\Suite\\Datafiles\\");
+    for (const Tool& tool : Tools) {
+        const Shortcut renewed = RenewedShortcut(tool, GetParam());
+        // A target that does not fit the system's classic limit keeps its old shortcut.
+        if (renewed.target.size() < MAX_PATH) {
+            expected.Set(Suite().DesktopFolder() + tool.name + L".lnk", renewed);
+        }
+    }
+    ExpectPosition(expected, main.Rectangle());
+    main.Click(Control::Ok);
+    ExpectEnd(run, expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Names, ApplyTo,
+                         ::testing::Values(L"\\\\server\\CAD share\\Suite\\", L"C:\\Elsewhere\\Büro Müller\\Suite\\",
+                                           L"C:\\Elsewhere\\Проекты\\Иван\\",
+                                           L"C:\\Elsewhere\\O'Brien & Sons (2023)\\100% %s %d\\",
+                                           // The longest target is 259, the shortest 252 characters.
+                                           L"C:\\" + std::wstring(222, L'x') + L"\\",
+                                           // Some targets fit, some do not.
+                                           L"C:\\" + std::wstring(225, L'x') + L"\\",
+                                           L"C:\\" + std::wstring(260, L'x') + L"\\"));
+
+} // namespace sitekeeper::e2e

@@ -1,0 +1,187 @@
+// What stands on the screen after the start.
+#include "e2e/Journey.h"
+#include "e2e/support/FileTree.h"
+#include "e2e/support/RemoteMemory.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <vector>
+
+namespace sitekeeper::e2e {
+namespace {
+
+struct ShownFolders
+{
+    std::wstring program;
+    std::wstring application;
+    std::wstring datafiles;
+
+    bool operator==(const ShownFolders&) const = default;
+};
+
+class Start : public Journey
+{
+protected:
+    /// Starts a program, reads its three folders and leaves by Cancel.
+    static ShownFolders FoldersShownBy(const std::wstring& program)
+    {
+        const ProgramRun run(program);
+        const MainWindow main(run);
+        ShownFolders shown{main.Text(Control::ProgramPath), main.Text(Control::ApplicationPath),
+                           main.Text(Control::DatafilesPath)};
+        main.Click(Control::Cancel);
+        EXPECT_EQ(run.WaitForEnd(), 0U);
+        return shown;
+    }
+};
+
+class NamedStart : public Start, public ::testing::WithParamInterface<std::wstring>
+{};
+
+SYSTEMTIME PickedTime(const ProgramRun& run, const MainWindow& main)
+{
+    SYSTEMTIME time{};
+    const RemoteMemory remote(run.Process(), sizeof time);
+    Ask(main.Item(Control::ReminderDate), DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(remote.Address()));
+    remote.Read(&time, sizeof time);
+    return time;
+}
+
+} // namespace
+
+TEST_F(Start, ShowsTheThreeFoldersOfTheInstallation)
+{
+    Suite().SetFolders(L"C:\\Suite\\", L"N:\\Shared\\", L"\\\\server\\share\\Data\\");
+    const ProgramRun run(Suite().Program());
+    const MainWindow main(run);
+
+    EXPECT_EQ(WindowText(main.Handle()), L" ");
+    EXPECT_EQ(main.Text(Control::ProgramPath), L"C:\\Suite\\");
+    EXPECT_EQ(main.Text(Control::ApplicationPath), L"N:\\Shared\\");
+    EXPECT_EQ(main.Text(Control::DatafilesPath), L"\\\\server\\share\\Data\\");
+    EXPECT_NE(::GetWindowLongW(main.Item(Control::ProgramPath), GWL_STYLE) & ES_READONLY, 0);
+    EXPECT_EQ(::GetWindowLongW(main.Item(Control::ApplicationPath), GWL_STYLE) & ES_READONLY, 0);
+    EXPECT_EQ(::GetWindowLongW(main.Item(Control::DatafilesPath), GWL_STYLE) & ES_READONLY, 0);
+    EXPECT_EQ(run.Windows().size(), 1U) << "nothing but the main window";
+    EXPECT_TRUE(ProgressWindows(run).empty());
+    SaveMoment(main.Handle(), L"main-dialog");
+}
+
+TEST_F(Start, ShowsTheFrameOfAFixedDialogOnTheTaskbar)
+{
+    const ProgramRun run(Suite().Program());
+    const MainWindow main(run);
+    const auto style = static_cast<DWORD>(::GetWindowLongW(main.Handle(), GWL_STYLE));
+    const auto extended = static_cast<DWORD>(::GetWindowLongW(main.Handle(), GWL_EXSTYLE));
+    EXPECT_EQ(style & (WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX), WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX);
+    EXPECT_EQ(style & (WS_THICKFRAME | WS_MAXIMIZEBOX), 0U);
+    EXPECT_NE(extended & WS_EX_APPWINDOW, 0U);
+}
+
+TEST_F(Start, AFreshInstallationTakesItsFoldersFromTheProgramsPlace)
+{
+    Suite().RemoveSettings();
+    EXPECT_EQ(FoldersShownBy(Suite().Program()),
+              (ShownFolders{L"C:\\Suite\\", L"C:\\Suite\\", L"C:\\Suite\\Datafiles\\"}));
+}
+
+TEST_F(Start, AProgramAtTheRootOfADriveKnowsNoFolder)
+{
+    Suite().RemoveSettings();
+    CopyFileTo(Suite().Program(), L"C:\\SiteKeeper64.exe");
+    EXPECT_EQ(FoldersShownBy(L"C:\\SiteKeeper64.exe"), (ShownFolders{L"", L"", L"Datafiles\\"}));
+}
+
+TEST_F(Start, MissingFoldersFollowTheOneThatIsKnown)
+{
+    Suite().SetFolders(L"D:\\Programs\\", L"", L"");
+    EXPECT_EQ(FoldersShownBy(Suite().Program()),
+              (ShownFolders{L"D:\\Programs\\", L"D:\\Programs\\", L"D:\\Programs\\Datafiles\\"}));
+
+    Suite().SetFolders(L"D:\\Programs\\", L"N:\\Server\\", L"");
+    EXPECT_EQ(FoldersShownBy(Suite().Program()),
+              (ShownFolders{L"D:\\Programs\\", L"N:\\Server\\", L"N:\\Server\\Datafiles\\"}));
+}
+
+TEST_F(Start, ValuesWithoutABackslashAreShownWithOne)
+{
+    Suite().SetFolders(L"C:\\Suite", L"N:", L"D:\\Data");
+    EXPECT_EQ(FoldersShownBy(Suite().Program()), (ShownFolders{L"C:\\Suite\\", L"N:\\", L"D:\\Data\\"}));
+}
+
+TEST_F(Start, AValueThatDoesNotFitIsAsGoodAsNone)
+{
+    constexpr std::size_t Longest = 1023; // with its terminator 2048 bytes
+    const std::wstring fits = L"D:\\" + std::wstring(Longest - 3, L'x');
+    Suite().SetFolders(L"C:\\Suite\\", L"C:\\Suite\\", fits);
+    EXPECT_EQ(FoldersShownBy(Suite().Program()).datafiles, fits + L"\\");
+
+    Suite().SetFolders(L"C:\\Suite\\", L"C:\\Suite\\", fits + L"x");
+    EXPECT_EQ(FoldersShownBy(Suite().Program()).datafiles, L"C:\\Suite\\Datafiles\\");
+}
+
+TEST_F(Start, HiddenControlsHoldTheReminder)
+{
+    const ProgramRun run(Suite().Program());
+    const MainWindow main(run);
+    EXPECT_EQ(main.Text(Control::ReminderDays), L"14");
+    const SYSTEMTIME time = PickedTime(run, main);
+    EXPECT_EQ((std::vector<int>{time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond}),
+              (std::vector<int>{2024, 5, 6, 7, 8, 9}));
+    for (const Control hidden : {Control::SessionList, Control::SessionLabel, Control::Profile, Control::ProfileLabel,
+                                 Control::IconSizeList, Control::ReminderDate, Control::ReminderDays}) {
+        ASSERT_NE(main.Item(hidden), nullptr) << static_cast<int>(hidden);
+        EXPECT_EQ(::IsWindowVisible(main.Item(hidden)), FALSE) << static_cast<int>(hidden);
+    }
+    EXPECT_EQ(::IsWindowEnabled(main.Item(Control::ReminderDate)), FALSE);
+    EXPECT_EQ(::IsWindowEnabled(main.Item(Control::ReminderDays)), FALSE);
+}
+
+TEST_F(Start, WithoutAStoredReminderTheHiddenControlsHoldTheDefaults)
+{
+    RemoveKey(Hive::User, ReminderKey);
+    const ProgramRun run(Suite().Program());
+    const MainWindow main(run);
+    EXPECT_EQ(main.Text(Control::ReminderDays), L"7");
+    const SYSTEMTIME time = PickedTime(run, main);
+    EXPECT_EQ((std::vector<int>{time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond}),
+              (std::vector<int>{2000, 1, 1, 0, 0, 0}));
+}
+
+TEST_F(Start, TheSplashComesFirstAndStandsIntoTheNextSecond)
+{
+    const ProgramRun run(Suite().Program());
+    const HWND splash = run.AwaitWindow("the splash", IsSplash);
+    const long long seen = ProgramRun::CurrentSecond();
+    EXPECT_EQ(run.Windows().size(), 1U) << "the splash stands alone";
+    EXPECT_EQ(WindowText(splash), L"");
+    RECT place{};
+    ::GetWindowRect(splash, &place);
+    RECT work{};
+    ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    EXPECT_NEAR(place.left + place.right, work.left + work.right, 1) << "centred";
+    EXPECT_NEAR(place.top + place.bottom, work.top + work.bottom, 1) << "centred";
+    SaveMoment(splash, L"splash");
+
+    run.Await("the end of the splash", [splash] { return ::IsWindow(splash) == FALSE; });
+    const long long gone = ProgramRun::CurrentSecond();
+    EXPECT_GT(gone, run.StartSecond()) << "not in the second in which it appeared";
+    // At most into the second after the next; one more where this test looked late.
+    EXPECT_LE(gone, seen + 3);
+    const MainWindow main(run);
+}
+
+TEST_P(NamedStart, NamesOfAllKindsAreShownAsStored)
+{
+    Suite().SetFolders(GetParam(), GetParam(), GetParam());
+    EXPECT_EQ(FoldersShownBy(Suite().Program()), (ShownFolders{GetParam(), GetParam(), GetParam()}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Names, NamedStart,
+                         ::testing::Values(L"\\\\server\\CAD share\\Suite\\", L"C:\\Büro Müller\\Suite\\",
+                                           L"C:\\Проекты\\Иван\\", L"C:\\O'Brien & Sons (2023)\\100% %s %d\\",
+                                           L"C:\\\\doubled\\\\\\", L"C:\\" + std::wstring(250, L'x') + L"\\"));
+
+} // namespace sitekeeper::e2e

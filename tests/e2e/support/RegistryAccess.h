@@ -1,0 +1,51 @@
+// The registry of the machine the tests run on, value by value, as raw as it is stored.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace sitekeeper::e2e {
+
+enum class Hive
+{
+    Machine,
+    User
+};
+
+struct RegistryValue
+{
+    DWORD type = REG_NONE;
+    std::vector<std::byte> bytes;
+};
+
+/// A REG_SZ with its terminator.
+[[nodiscard]] RegistryValue TextValue(const std::wstring& text);
+
+/// A REG_DWORD.
+[[nodiscard]] RegistryValue NumberValue(DWORD number);
+
+/// Type, byte count and content, as the reports of differences show them: REG_SZ, 6 bytes, "C:".
+[[nodiscard]] std::wstring Describe(const RegistryValue& value);
+
+[[nodiscard]] std::optional<RegistryValue> ReadValue(Hive hive, const std::wstring& key, const std::wstring& name);
+
+/// Makes the key where it is missing. Throws when the system refuses.
+void WriteValue(Hive hive, const std::wstring& key, const std::wstring& name, const RegistryValue& value);
+
+/// Nothing happens when there is no such value or key.
+void RemoveValue(Hive hive, const std::wstring& key, const std::wstring& name);
+void RemoveKey(Hive hive, const std::wstring& key);
+
+/// Calls `visit` with the full name, as HKLM\key\name, of every value below a key.
+using ValueVisitor = std::function<void(const std::wstring& fullName, const RegistryValue& value)>;
+void VisitValues(Hive hive, const std::wstring& key, const ValueVisitor& visit);
+
+/// HKLM\key\name or HKCU\key\name.
+[[nodiscard]] std::wstring FullValueName(Hive hive, const std::wstring& key, const std::wstring& name);
+
+} // namespace sitekeeper::e2e

@@ -1,0 +1,86 @@
+#include "e2e/support/State.h"
+
+#include "e2e/support/FileTree.h"
+#include "e2e/support/Installation.h"
+#include "e2e/support/Wide.h"
+
+#include <cstdint>
+
+namespace sitekeeper::e2e {
+namespace {
+
+constexpr std::uint64_t HashStart = 14695981039346656037ULL; // FNV-1a
+constexpr std::uint64_t HashFactor = 1099511628211ULL;
+
+std::wstring DescribeFile(const std::wstring& path)
+{
+    const std::string content = ReadWholeFile(path).value_or("");
+    if (path.ends_with(L".lnk") && !content.empty()) {
+        if (const auto shortcut = ReadShortcut(path)) {
+            return Describe(*shortcut);
+        }
+    }
+    std::uint64_t hash = HashStart;
+    for (const char character : content) {
+        hash = (hash ^ static_cast<unsigned char>(character)) * HashFactor;
+    }
+    return L"file, " + std::to_wstring(content.size()) + L" bytes, hash " + std::to_wstring(hash);
+}
+
+} // namespace
+
+State State::Take()
+{
+    State state;
+    for (const Hive hive : {Hive::Machine, Hive::User}) {
+        VisitValues(hive, MakerKey, [&](const std::wstring& name, const RegistryValue& value) {
+            state.m_items[name] = Describe(value);
+        });
+    }
+    for (const std::wstring& folder : WatchedFolders()) {
+        state.AddTree(folder);
+    }
+    return state;
+}
+
+void State::AddTree(const std::wstring& folder)
+{
+    if (Exists(folder)) {
+        m_items[folder] = L"folder";
+    }
+    VisitTree(folder, [this](const std::wstring& path, EntryKind kind) {
+        m_items[path] = kind == EntryKind::Folder ? L"folder" : DescribeFile(path);
+    });
+}
+
+void State::Set(Hive hive, const std::wstring& key, const std::wstring& name, const RegistryValue& value)
+{
+    m_items[FullValueName(hive, key, name)] = Describe(value);
+}
+
+void State::Set(const std::wstring& path, const Shortcut& shortcut)
+{
+    m_items[path] = Describe(shortcut);
+}
+
+std::string State::ChangesTo(const State& now) const
+{
+    std::wstring report;
+    for (const auto& [name, description] : m_items) {
+        const auto found = now.m_items.find(name);
+        if (found == now.m_items.end()) {
+            report += L"missing: " + name + L"\n    " + description + L"\n";
+        } else if (found->second != description) {
+            report +=
+                L"differs: " + name + L"\n    expected " + description + L"\n    found    " + found->second + L"\n";
+        }
+    }
+    for (const auto& [name, description] : now.m_items) {
+        if (!m_items.contains(name)) {
+            report += L"new: " + name + L"\n    " + description + L"\n";
+        }
+    }
+    return ToUtf8(report);
+}
+
+} // namespace sitekeeper::e2e
