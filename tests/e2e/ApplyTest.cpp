@@ -16,12 +16,12 @@ class ApplyTo : public Apply, public ::testing::WithParamInterface<std::wstring>
 
 TEST_F(Apply, BrowsingAndOkMoveTheSuiteToAnotherFolder)
 {
-    Suite().AddOldShortcuts(Suite().DesktopFolder());
-    Suite().AddOldShortcuts(Suite().ProgramsFolder());
+    Installation::AddOldShortcuts(Installation::DesktopFolder());
+    Installation::AddOldShortcuts(Installation::ProgramsFolder());
     SettleAccessTimes();
     State expected = State::Take();
 
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Click(Control::BrowseApplication);
     const FolderPicker picker(run, L"Suite");
@@ -33,8 +33,8 @@ TEST_F(Apply, BrowsingAndOkMoveTheSuiteToAnotherFolder)
 
     ExpectFolders(expected, L"C:\\Suite\\", L"C:\\NewServer\\Suite\\", L"C:\\Suite\\Datafiles\\");
     ExpectReminder(expected, L"2024-05-06 07:08:09", 14);
-    ExpectRenewed(expected, Suite().DesktopFolder(), L"C:\\NewServer\\Suite\\");
-    ExpectRenewed(expected, Suite().ProgramsFolder(), L"C:\\NewServer\\Suite\\");
+    ExpectRenewed(expected, Installation::DesktopFolder(), L"C:\\NewServer\\Suite\\");
+    ExpectRenewed(expected, Installation::ProgramsFolder(), L"C:\\NewServer\\Suite\\");
     ExpectPosition(expected, main.Rectangle());
     main.Click(Control::Ok);
     ExpectEnd(run, expected);
@@ -42,11 +42,11 @@ TEST_F(Apply, BrowsingAndOkMoveTheSuiteToAnotherFolder)
 
 TEST_F(Apply, OkWithoutChangesWritesTheSameAgainAndRenewsTheShortcuts)
 {
-    Suite().AddOldShortcuts(Suite().DesktopFolder());
+    Installation::AddOldShortcuts(Installation::DesktopFolder());
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
-    ExpectRenewed(expected, Suite().DesktopFolder(), L"C:\\Suite\\");
+    ExpectRenewed(expected, Installation::DesktopFolder(), L"C:\\Suite\\");
     ExpectPosition(expected, main.Rectangle());
     main.Click(Control::Ok);
     ExpectEnd(run, expected);
@@ -54,14 +54,14 @@ TEST_F(Apply, OkWithoutChangesWritesTheSameAgainAndRenewsTheShortcuts)
 
 TEST_F(Apply, ExitOfTheMenuIsTheSameAsOk)
 {
-    Suite().AddOldShortcuts(Suite().ProgramsFolder());
+    Installation::AddOldShortcuts(Installation::ProgramsFolder());
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Type(Control::ApplicationPath, L"C:\\NewServer\\Suite\\");
     main.Type(Control::DatafilesPath, L"D:\\Data\\");
     ExpectFolders(expected, L"C:\\Suite\\", L"C:\\NewServer\\Suite\\", L"D:\\Data\\");
-    ExpectRenewed(expected, Suite().ProgramsFolder(), L"C:\\NewServer\\Suite\\");
+    ExpectRenewed(expected, Installation::ProgramsFolder(), L"C:\\NewServer\\Suite\\");
     ExpectPosition(expected, main.Rectangle());
     main.Choose(Command::Exit);
     ExpectEnd(run, expected);
@@ -70,7 +70,7 @@ TEST_F(Apply, ExitOfTheMenuIsTheSameAsOk)
 TEST_F(Apply, EnterIsTheSameAsOk)
 {
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Type(Control::DatafilesPath, L"D:\\Data\\");
     ExpectFolders(expected, L"C:\\Suite\\", L"C:\\Suite\\", L"D:\\Data\\");
@@ -81,9 +81,9 @@ TEST_F(Apply, EnterIsTheSameAsOk)
 
 TEST_F(Apply, AFreshInstallationIsStoredWithItsDefaults)
 {
-    Suite().RemoveSettings();
+    Installation::RemoveSettings();
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     ExpectFolders(expected, L"C:\\Suite\\", L"C:\\Suite\\", L"C:\\Suite\\Datafiles\\");
     ExpectReminder(expected, L"2000-01-01 00:00:00", 7);
@@ -94,8 +94,8 @@ TEST_F(Apply, AFreshInstallationIsStoredWithItsDefaults)
 
 TEST_F(Apply, AProgramAtTheRootOfADriveStoresEmptyFolders)
 {
-    Suite().RemoveSettings();
-    CopyFileTo(Suite().Program(), L"C:\\SiteKeeper64.exe");
+    Installation::RemoveSettings();
+    CopyFileTo(Installation::Program(), L"C:\\SiteKeeper64.exe");
     State expected = State::Take();
     const ProgramRun run(L"C:\\SiteKeeper64.exe");
     const MainWindow main(run);
@@ -109,7 +109,7 @@ TEST_F(Apply, AProgramAtTheRootOfADriveStoresEmptyFolders)
 TEST_F(Apply, TypedTextIsStoredAsItStands)
 {
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Type(Control::ApplicationPath, L"");
     main.Type(Control::DatafilesPath, L" D:/no backslash at the end ");
@@ -121,13 +121,13 @@ TEST_F(Apply, TypedTextIsStoredAsItStands)
 
 TEST_F(Apply, AnApplicationFolderWithoutABackslashIsJoinedAsItStands)
 {
-    Suite().AddOldShortcuts(Suite().DesktopFolder());
+    Installation::AddOldShortcuts(Installation::DesktopFolder());
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Type(Control::ApplicationPath, L"C:\\NewServer");
     ExpectFolders(expected, L"C:\\Suite\\", L"C:\\NewServer", L"C:\\Suite\\Datafiles\\");
-    ExpectRenewed(expected, Suite().DesktopFolder(), L"C:\\NewServer"); // C:\NewServerApplications\...
+    ExpectRenewed(expected, Installation::DesktopFolder(), L"C:\\NewServer"); // C:\NewServerApplications\...
     ExpectPosition(expected, main.Rectangle());
     main.Click(Control::Ok);
     ExpectEnd(run, expected);
@@ -136,7 +136,7 @@ TEST_F(Apply, AnApplicationFolderWithoutABackslashIsJoinedAsItStands)
 TEST_F(Apply, WithoutShortcutsNoneIsMade)
 {
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Type(Control::ApplicationPath, L"C:\\NewServer\\Suite\\");
     ExpectFolders(expected, L"C:\\Suite\\", L"C:\\NewServer\\Suite\\", L"C:\\Suite\\Datafiles\\");
@@ -147,15 +147,15 @@ TEST_F(Apply, WithoutShortcutsNoneIsMade)
 
 TEST_F(Apply, AnEmptyPlaceholderBecomesAShortcutAndStrangersAreLeftAlone)
 {
-    WriteWholeFile(Suite().DesktopFolder() + L"Site Keeper.lnk", "");
-    WriteWholeFile(Suite().DesktopFolder() + L"Read me.txt", "not a shortcut");
-    WriteWholeFile(Suite().ProgramsFolder() + L"Norm Keeper.lnk.bak", "");
-    WriteWholeFile(Suite().ProgramsFolder() + L"Assist Web Page.lnk", "this is no shortcut at all");
+    WriteWholeFile(Installation::DesktopFolder() + L"Site Keeper.lnk", "");
+    WriteWholeFile(Installation::DesktopFolder() + L"Read me.txt", "not a shortcut");
+    WriteWholeFile(Installation::ProgramsFolder() + L"Norm Keeper.lnk.bak", "");
+    WriteWholeFile(Installation::ProgramsFolder() + L"Assist Web Page.lnk", "this is no shortcut at all");
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
-    expected.Set(Suite().DesktopFolder() + L"Site Keeper.lnk", RenewedShortcut(Tools[1], L"C:\\Suite\\"));
-    expected.Set(Suite().ProgramsFolder() + L"Assist Web Page.lnk", RenewedShortcut(Tools[4], L"C:\\Suite\\"));
+    expected.Set(Installation::DesktopFolder() + L"Site Keeper.lnk", RenewedShortcut(Tools[1], L"C:\\Suite\\"));
+    expected.Set(Installation::ProgramsFolder() + L"Assist Web Page.lnk", RenewedShortcut(Tools[4], L"C:\\Suite\\"));
     ExpectPosition(expected, main.Rectangle());
     main.Click(Control::Ok);
     ExpectEnd(run, expected);
@@ -165,7 +165,7 @@ TEST_F(Apply, AStoredDateInAnotherNotationIsRewrittenInTheUsualOne)
 {
     WriteValue(Hive::User, ReminderKey, L"CheckWebVersionDate", TextValue(L"2024 05:06-07 08 09"));
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     ExpectReminder(expected, L"2024-05-06 07:08:09", 14);
     ExpectPosition(expected, main.Rectangle());
@@ -177,7 +177,7 @@ TEST_F(Apply, ADateWithoutATimeIsAsGoodAsNone)
 {
     WriteValue(Hive::User, ReminderKey, L"CheckWebVersionDate", TextValue(L"2024-05-06"));
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     ExpectReminder(expected, L"2000-01-01 00:00:00", 14);
     ExpectPosition(expected, main.Rectangle());
@@ -189,7 +189,7 @@ TEST_F(Apply, LongReminderIntervalsSurvive)
 {
     WriteValue(Hive::User, ReminderKey, L"CheckWebVersionDays", NumberValue(2147483647));
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     ExpectPosition(expected, main.Rectangle());
     main.Click(Control::Ok);
@@ -200,7 +200,7 @@ TEST_F(Apply, ValuesOfOtherTypesAreReplacedByText)
 {
     WriteValue(Hive::Machine, SuiteKey, L"NetworkAppPath", RegistryValue{REG_EXPAND_SZ, TextValue(L"C:\\Suite").bytes});
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     EXPECT_EQ(main.Text(Control::ApplicationPath), L"C:\\Suite\\");
     ExpectFolders(expected, L"C:\\Suite\\", L"C:\\Suite\\", L"C:\\Suite\\Datafiles\\");
@@ -212,11 +212,11 @@ TEST_F(Apply, ValuesOfOtherTypesAreReplacedByText)
 TEST_P(ApplyTo, AnApplicationFolderOfAnyName)
 {
     if (GetParam().starts_with(L"C:\\Elsewhere\\")) {
-        Suite().AddTools(GetParam());
+        Installation::AddTools(GetParam());
     }
-    Suite().AddOldShortcuts(Suite().DesktopFolder());
+    Installation::AddOldShortcuts(Installation::DesktopFolder());
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Type(Control::ApplicationPath, GetParam());
     ExpectFolders(expected, L"C:\\Suite\\", GetParam(), L"C:\\Suite\\Datafiles\\");
@@ -224,7 +224,7 @@ TEST_P(ApplyTo, AnApplicationFolderOfAnyName)
         const Shortcut renewed = RenewedShortcut(tool, GetParam());
         // A target that does not fit the system's classic limit keeps its old shortcut.
         if (renewed.target.size() < MAX_PATH) {
-            expected.Set(Suite().DesktopFolder() + tool.name + L".lnk", renewed);
+            expected.Set(Installation::DesktopFolder() + tool.name + L".lnk", renewed);
         }
     }
     ExpectPosition(expected, main.Rectangle());

@@ -41,7 +41,7 @@ protected:
 TEST_F(Browse, CancellingThePickerEmptiesTheApplicationPath)
 {
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Click(Control::BrowseApplication);
     FolderPicker(run, L"Suite").Cancel();
@@ -57,7 +57,7 @@ TEST_F(Browse, CancellingThePickerEmptiesTheApplicationPath)
 
 TEST_F(Browse, AnEmptyFieldStartsAtTheRootOfTheDrive)
 {
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Type(Control::ApplicationPath, L"");
     main.Click(Control::BrowseApplication);
@@ -70,7 +70,7 @@ TEST_F(Browse, TypedTextIsWhereTheApplicationPickerStarts)
 {
     MakeFolders(L"C:\\Elsewhere\\Büro Müller");
     SettleAccessTimes();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Type(Control::ApplicationPath, L"C:\\Elsewhere\\Büro Müller");
     main.Type(Control::DatafilesPath, L"D:\\Typed\\");
@@ -85,7 +85,7 @@ TEST_F(Browse, TypedTextIsWhereTheApplicationPickerStarts)
 
 TEST_F(Browse, TheDatafilesPickerLosesTypedTextAndStartsFromTheLastExchange)
 {
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Type(Control::ApplicationPath, L"C:\\Typed application\\");
     main.Type(Control::DatafilesPath, L"C:\\NewServer\\");
@@ -99,7 +99,7 @@ TEST_F(Browse, TheDatafilesPickerLosesTypedTextAndStartsFromTheLastExchange)
 
 TEST_F(Browse, CancellingTheDatafilesPickerEmptiesItsPathAndLosesTypedText)
 {
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Type(Control::ApplicationPath, L"C:\\Typed application\\");
     main.Click(Control::BrowseDatafiles);
@@ -111,7 +111,7 @@ TEST_F(Browse, CancellingTheDatafilesPickerEmptiesItsPathAndLosesTypedText)
 TEST_F(Browse, SelectProgramPathWritesAtOnce)
 {
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Choose(Command::SelectProgramPath);
     const FolderPicker picker(run, L"Suite");
@@ -131,7 +131,7 @@ TEST_F(Browse, SelectProgramPathWritesAtOnce)
 TEST_F(Browse, SelectProgramPathFillsTheOtherFieldsWhenTheyAreEmpty)
 {
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Type(Control::ApplicationPath, L"");
     main.Type(Control::DatafilesPath, L"");
@@ -150,7 +150,7 @@ TEST_F(Browse, SelectProgramPathFillsTheOtherFieldsWhenTheyAreEmpty)
 TEST_F(Browse, CancellingSelectProgramPathEmptiesItWithoutWriting)
 {
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Choose(Command::SelectProgramPath);
     FolderPicker(run, L"Suite").Cancel();
@@ -167,7 +167,7 @@ TEST_F(Browse, TheOpenButtonsExploreWhatTheFieldsSay)
 {
     StandInForExplorer();
     const State before = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Type(Control::ApplicationPath, L"C:\\NewServer\\Suite");
     main.Type(Control::DatafilesPath, L"C:\\NewServer\\");
@@ -184,7 +184,7 @@ TEST_F(Browse, TheOpenButtonsExploreWhatTheFieldsSay)
 TEST_F(Browse, OpeningAMissingOrEmptyFolderSaysNothing)
 {
     StandInForExplorer();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Type(Control::ApplicationPath, L"C:\\No such folder\\");
     main.Type(Control::DatafilesPath, L"");

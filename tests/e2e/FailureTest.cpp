@@ -27,11 +27,11 @@ protected:
     /// process first uses shortcuts.
     void ExpectFolderError(const std::function<void()>& takeAway, const std::wstring& text, const std::wstring& moment)
     {
-        Suite().AddOldShortcuts(Suite().DesktopFolder());
-        Suite().AddOldShortcuts(Suite().ProgramsFolder());
+        Installation::AddOldShortcuts(Installation::DesktopFolder());
+        Installation::AddOldShortcuts(Installation::ProgramsFolder());
         State expected = State::Take();
         takeAway();
-        const ProgramRun run(Suite().Program());
+        const ProgramRun run(Installation::Program());
         const MainWindow main(run);
         main.Type(Control::ApplicationPath, L"C:\\NewServer\\Suite\\");
         ExpectFolders(expected, L"C:\\Suite\\", L"C:\\NewServer\\Suite\\", L"C:\\Suite\\Datafiles\\");
@@ -103,15 +103,15 @@ TEST_F(Failure, AnEmptyFolderValueIsAsGoodAsNone)
 
 TEST_F(Failure, WithoutTheCommonDesktopTheUsersOwnIsTaken)
 {
-    Suite().AddOldShortcuts(Suite().DesktopFolder());
-    Suite().AddOldShortcuts(Suite().UserDesktopFolder());
-    Suite().AddOldShortcuts(Suite().ProgramsFolder());
+    Installation::AddOldShortcuts(Installation::DesktopFolder());
+    Installation::AddOldShortcuts(Installation::UserDesktopFolder());
+    Installation::AddOldShortcuts(Installation::ProgramsFolder());
     State expected = State::Take();
     Suite().Borrow(Hive::Machine, ShellFoldersKey, L"Common Desktop", std::nullopt);
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
-    ExpectRenewed(expected, Suite().UserDesktopFolder(), L"C:\\Suite\\");
-    ExpectRenewed(expected, Suite().ProgramsFolder(), L"C:\\Suite\\");
+    ExpectRenewed(expected, Installation::UserDesktopFolder(), L"C:\\Suite\\");
+    ExpectRenewed(expected, Installation::ProgramsFolder(), L"C:\\Suite\\");
     ExpectPosition(expected, main.Rectangle());
     main.Click(Control::Ok);
     ExpectEnd(run, expected);
@@ -123,10 +123,10 @@ TEST_F(Failure, AShellFolderWithABackslashIsTheSameFolder)
     Suite().Borrow(Hive::Machine, ShellFoldersKey, L"Common Programs", TextValue(L"C:\\Elsewhere\\Programs"));
     const std::wstring desktop = L"C:\\Elsewhere\\Desktop\\ORIVEL LX Plus 2023\\";
     const std::wstring programs = L"C:\\Elsewhere\\Programs\\ORIVEL\\ORIVEL LX Plus 2023\\";
-    Suite().AddOldShortcuts(desktop);
-    Suite().AddOldShortcuts(programs);
+    Installation::AddOldShortcuts(desktop);
+    Installation::AddOldShortcuts(programs);
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     ExpectRenewed(expected, desktop, L"C:\\Suite\\");
     ExpectRenewed(expected, programs, L"C:\\Suite\\");
@@ -137,10 +137,10 @@ TEST_F(Failure, AShellFolderWithABackslashIsTheSameFolder)
 
 TEST_P(BadDate, IsReportedOnceAndEndsTheProgramWithoutWriting)
 {
-    Suite().AddOldShortcuts(Suite().DesktopFolder());
+    Installation::AddOldShortcuts(Installation::DesktopFolder());
     WriteValue(Hive::User, ReminderKey, L"CheckWebVersionDate", TextValue(GetParam()));
     const State before = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MessageWindow message(run);
     EXPECT_EQ(message.Caption(), L"LX Plus 2023");
     EXPECT_NE(message.Text().find(L"CheckWebVersionDate"), std::wstring::npos);

@@ -10,10 +10,10 @@ protected:
     /// Types over the fields, leaves by `gesture`, and expects nothing but the window position to be written.
     void ExpectNothingButThePosition(const std::function<void(const MainWindow&)>& gesture)
     {
-        Suite().AddOldShortcuts(Suite().DesktopFolder());
-        Suite().AddOldShortcuts(Suite().ProgramsFolder());
+        Installation::AddOldShortcuts(Installation::DesktopFolder());
+        Installation::AddOldShortcuts(Installation::ProgramsFolder());
         State expected = State::Take();
-        const ProgramRun run(Suite().Program());
+        const ProgramRun run(Installation::Program());
         const MainWindow main(run);
         main.Type(Control::ApplicationPath, L"C:\\NewServer\\Suite\\");
         main.Type(Control::DatafilesPath, L"C:\\Elsewhere\\");
@@ -42,9 +42,9 @@ TEST_F(Leave, EscapeWritesNothingButTheWindowPosition)
 
 TEST_F(Leave, AFreshInstallationStaysFresh)
 {
-    Suite().RemoveSettings();
+    Installation::RemoveSettings();
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     ExpectPosition(expected, main.Rectangle());
     main.Click(Control::Cancel);
@@ -54,7 +54,7 @@ TEST_F(Leave, AFreshInstallationStaysFresh)
 TEST_F(Leave, ThePositionIsTheOneAfterTheLastMove)
 {
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.MoveTo(31, 47);
     ExpectPosition(expected, main.Rectangle());
@@ -66,7 +66,7 @@ TEST_F(Leave, TheStoredPositionIsNeverUsed)
 {
     const auto placeWith = [this](const wchar_t* stored) {
         WriteValue(Hive::User, PositionKey, L"Application", TextValue(stored));
-        const ProgramRun run(Suite().Program());
+        const ProgramRun run(Installation::Program());
         const MainWindow main(run);
         const RECT place = main.Rectangle();
         main.Click(Control::Cancel);
@@ -82,7 +82,7 @@ TEST_F(Leave, TheStoredPositionIsNeverUsed)
 TEST_F(Leave, APositionOfAMinimisedWindowIsWhereTheSystemPutIt)
 {
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     ::PostMessageW(main.Handle(), WM_SYSCOMMAND, SC_MINIMIZE, 0);
     run.Await("the minimised window", [&] { return ::IsIconic(main.Handle()) != FALSE; });

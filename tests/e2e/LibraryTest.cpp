@@ -34,9 +34,9 @@ protected:
     /// The message about the library, then the main dialog, then OK, which works without a progress window.
     void ExpectMessageAndWork(const std::wstring& text, const std::wstring& moment)
     {
-        Suite().AddOldShortcuts(Suite().DesktopFolder());
+        Installation::AddOldShortcuts(Installation::DesktopFolder());
         State expected = State::Take();
-        const ProgramRun run(Suite().Program());
+        const ProgramRun run(Installation::Program());
         {
             const MessageWindow message(run);
             EXPECT_EQ(message.Text(), text);
@@ -49,7 +49,7 @@ protected:
             message.Confirm();
         }
         const MainWindow main(run);
-        ExpectRenewed(expected, Suite().DesktopFolder(), L"C:\\Suite\\");
+        ExpectRenewed(expected, Installation::DesktopFolder(), L"C:\\Suite\\");
         ExpectPosition(expected, main.Rectangle());
         main.Click(Control::Ok);
         ExpectEnd(run, expected);
@@ -60,22 +60,22 @@ protected:
 
 TEST_F(Library, IsMissingInBothPlaces)
 {
-    RemoveFile(Suite().DialogsLibrary());
+    RemoveFile(Installation::DialogsLibrary());
     ExpectMessageAndWork(L"Couldn't find dll file: \nORSWDialogsOEM64.dll\n\nPlease check software installation.",
                          L"library-missing");
 }
 
 TEST_F(Library, CannotBeLoaded)
 {
-    WriteWholeFile(Suite().DialogsLibrary(), "This is a text file.");
-    ExpectMessageAndWork(L"Couldn't load dll file: \n" + Suite().DialogsLibrary() +
+    WriteWholeFile(Installation::DialogsLibrary(), "This is a text file.");
+    ExpectMessageAndWork(L"Couldn't load dll file: \n" + Installation::DialogsLibrary() +
                              L"\n\nPlease check software installation.",
                          L"library-unloadable");
 }
 
 TEST_F(Library, IsLookedForInTheCommonFilesFolderOfTheRegistryToo)
 {
-    RemoveFile(Suite().DialogsLibrary());
+    RemoveFile(Installation::DialogsLibrary());
     InstallRecorder(SecondPlace);
     Suite().Borrow(Hive::Machine, CurrentVersionKey, L"CommonFilesDir", TextValue(L"C:\\Elsewhere\\Common"));
     const ProgramRun run(ProgramWithOwnCommonProgramFiles());
@@ -97,7 +97,7 @@ TEST_F(Library, WithoutBothFoldersIsMissing)
 
 TEST_F(Library, OfTheVariableWinsOverTheRegistrys)
 {
-    CopyFileTo(Suite().DialogsLibrary(), SecondPlace); // the real one, which records nothing
+    CopyFileTo(Installation::DialogsLibrary(), SecondPlace); // the real one, which records nothing
     InstallRecorder(L"C:\\Elsewhere\\First\\ORIVEL\\ORSWDialogsOEM64.dll");
     ::SetEnvironmentVariableW(L"SITEKEEPER_E2E_CPF", L"C:\\Elsewhere\\First");
     Suite().Borrow(Hive::Machine, CurrentVersionKey, L"CommonFilesDir", TextValue(L"C:\\Elsewhere\\Common"));
@@ -110,8 +110,8 @@ TEST_F(Library, OfTheVariableWinsOverTheRegistrys)
 
 TEST_F(Library, IsAskedForOneWindowAndReleasedAtTheEnd)
 {
-    InstallRecorder(Suite().DialogsLibrary());
-    const ProgramRun run(Suite().Program());
+    InstallRecorder(Installation::DialogsLibrary());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     EXPECT_EQ(Recorded(), "loaded\n");
     main.Click(Control::Ok);
@@ -122,13 +122,13 @@ TEST_F(Library, IsAskedForOneWindowAndReleasedAtTheEnd)
 
 TEST_F(Library, ThatMakesNoObjectIsNoHindrance)
 {
-    InstallRecorder(Suite().DialogsLibrary());
+    InstallRecorder(Installation::DialogsLibrary());
     ::SetEnvironmentVariableW(L"SITEKEEPER_E2E_NO_OBJECT", L"1");
-    Suite().AddOldShortcuts(Suite().DesktopFolder());
+    Installation::AddOldShortcuts(Installation::DesktopFolder());
     State expected = State::Take();
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
-    ExpectRenewed(expected, Suite().DesktopFolder(), L"C:\\Suite\\");
+    ExpectRenewed(expected, Installation::DesktopFolder(), L"C:\\Suite\\");
     ExpectPosition(expected, main.Rectangle());
     main.Click(Control::Ok);
     EXPECT_EQ(run.WaitForEnd(), 0U);
@@ -139,8 +139,8 @@ TEST_F(Library, ThatMakesNoObjectIsNoHindrance)
 
 TEST_F(Library, CancelAsksForNoWindow)
 {
-    InstallRecorder(Suite().DialogsLibrary());
-    const ProgramRun run(Suite().Program());
+    InstallRecorder(Installation::DialogsLibrary());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Click(Control::Cancel);
     EXPECT_EQ(run.WaitForEnd(), 0U);

@@ -13,17 +13,17 @@ protected:
     /// Renews all shortcuts for an application folder and keeps copies under a name.
     void Renew(const std::wstring& applicationFolder, const std::wstring& keptName)
     {
-        Suite().AddTools(applicationFolder);
-        const ProgramRun run(Suite().Program());
+        Installation::AddTools(applicationFolder);
+        const ProgramRun run(Installation::Program());
         const MainWindow main(run);
         main.Type(Control::ApplicationPath, applicationFolder);
         main.Click(Control::Ok);
         ASSERT_EQ(run.WaitForEnd(), 0U);
+        const std::wstring kept = std::wstring(KeptFolder) + L"\\" + keptName;
         for (const Tool& tool : Tools) {
             const std::wstring name = std::wstring(tool.name) + L".lnk";
-            const std::wstring kept = std::wstring(KeptFolder) + L"\\" + keptName;
-            CopyFileTo(Suite().DesktopFolder() + name, kept + L"\\desktop\\" + name);
-            CopyFileTo(Suite().ProgramsFolder() + name, kept + L"\\programs\\" + name);
+            CopyFileTo(Installation::DesktopFolder() + name, std::wstring(kept).append(L"\\desktop\\").append(name));
+            CopyFileTo(Installation::ProgramsFolder() + name, std::wstring(kept).append(L"\\programs\\").append(name));
         }
     }
 };
@@ -33,8 +33,8 @@ protected:
 TEST_F(LinuxReader, LeavesItsShortcuts)
 {
     RemoveFolder(KeptFolder);
-    Suite().AddOldShortcuts(Suite().DesktopFolder());
-    Suite().AddOldShortcuts(Suite().ProgramsFolder());
+    Installation::AddOldShortcuts(Installation::DesktopFolder());
+    Installation::AddOldShortcuts(Installation::ProgramsFolder());
     Renew(L"C:\\NewServer\\Suite\\", L"plain");
     Renew(L"C:\\NewServer\\Büro Иван\\", L"named");
 }

@@ -50,8 +50,8 @@ bool ShowsTheKey(const Picture& picture)
 
 TEST_F(Look, TheMenuOfTheShippedFileIsAsPublished)
 {
-    const HMODULE file =
-        ::LoadLibraryExW(Suite().Program().c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE);
+    const HMODULE file = ::LoadLibraryExW(Installation::Program().c_str(), nullptr,
+                                          LOAD_LIBRARY_AS_DATAFILE | LOAD_LIBRARY_AS_IMAGE_RESOURCE);
     const HMENU menu = ::LoadMenuW(file, MAKEINTRESOURCEW(133));
     ASSERT_NE(menu, nullptr);
     const std::vector<MenuItem> bar = ItemsOf(menu);
@@ -73,9 +73,9 @@ TEST_F(Look, TheMenuOfTheShippedFileIsAsPublished)
 
 TEST_F(Look, TheProgressWindowStandsAboveTheDialogWhileChangesAreApplied)
 {
-    Suite().AddOldShortcuts(Suite().DesktopFolder());
-    Suite().AddOldShortcuts(Suite().ProgramsFolder());
-    const ProgramRun run(Suite().Program());
+    Installation::AddOldShortcuts(Installation::DesktopFolder());
+    Installation::AddOldShortcuts(Installation::ProgramsFolder());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     RECT progress{};
     RECT dialog = main.Rectangle();

@@ -53,8 +53,8 @@ SYSTEMTIME PickedTime(const ProgramRun& run, const MainWindow& main)
 
 TEST_F(Start, ShowsTheThreeFoldersOfTheInstallation)
 {
-    Suite().SetFolders(L"C:\\Suite\\", L"N:\\Shared\\", L"\\\\server\\share\\Data\\");
-    const ProgramRun run(Suite().Program());
+    Installation::SetFolders(L"C:\\Suite\\", L"N:\\Shared\\", L"\\\\server\\share\\Data\\");
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
 
     EXPECT_EQ(WindowText(main.Handle()), L" ");
@@ -71,7 +71,7 @@ TEST_F(Start, ShowsTheThreeFoldersOfTheInstallation)
 
 TEST_F(Start, ShowsTheFrameOfAFixedDialogOnTheTaskbar)
 {
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     const auto style = static_cast<DWORD>(::GetWindowLongW(main.Handle(), GWL_STYLE));
     const auto extended = static_cast<DWORD>(::GetWindowLongW(main.Handle(), GWL_EXSTYLE));
@@ -82,49 +82,49 @@ TEST_F(Start, ShowsTheFrameOfAFixedDialogOnTheTaskbar)
 
 TEST_F(Start, AFreshInstallationTakesItsFoldersFromTheProgramsPlace)
 {
-    Suite().RemoveSettings();
-    EXPECT_EQ(FoldersShownBy(Suite().Program()),
+    Installation::RemoveSettings();
+    EXPECT_EQ(FoldersShownBy(Installation::Program()),
               (ShownFolders{L"C:\\Suite\\", L"C:\\Suite\\", L"C:\\Suite\\Datafiles\\"}));
 }
 
 TEST_F(Start, AProgramAtTheRootOfADriveKnowsNoFolder)
 {
-    Suite().RemoveSettings();
-    CopyFileTo(Suite().Program(), L"C:\\SiteKeeper64.exe");
+    Installation::RemoveSettings();
+    CopyFileTo(Installation::Program(), L"C:\\SiteKeeper64.exe");
     EXPECT_EQ(FoldersShownBy(L"C:\\SiteKeeper64.exe"), (ShownFolders{L"", L"", L"Datafiles\\"}));
 }
 
 TEST_F(Start, MissingFoldersFollowTheOneThatIsKnown)
 {
-    Suite().SetFolders(L"D:\\Programs\\", L"", L"");
-    EXPECT_EQ(FoldersShownBy(Suite().Program()),
+    Installation::SetFolders(L"D:\\Programs\\", L"", L"");
+    EXPECT_EQ(FoldersShownBy(Installation::Program()),
               (ShownFolders{L"D:\\Programs\\", L"D:\\Programs\\", L"D:\\Programs\\Datafiles\\"}));
 
-    Suite().SetFolders(L"D:\\Programs\\", L"N:\\Server\\", L"");
-    EXPECT_EQ(FoldersShownBy(Suite().Program()),
+    Installation::SetFolders(L"D:\\Programs\\", L"N:\\Server\\", L"");
+    EXPECT_EQ(FoldersShownBy(Installation::Program()),
               (ShownFolders{L"D:\\Programs\\", L"N:\\Server\\", L"N:\\Server\\Datafiles\\"}));
 }
 
 TEST_F(Start, ValuesWithoutABackslashAreShownWithOne)
 {
-    Suite().SetFolders(L"C:\\Suite", L"N:", L"D:\\Data");
-    EXPECT_EQ(FoldersShownBy(Suite().Program()), (ShownFolders{L"C:\\Suite\\", L"N:\\", L"D:\\Data\\"}));
+    Installation::SetFolders(L"C:\\Suite", L"N:", L"D:\\Data");
+    EXPECT_EQ(FoldersShownBy(Installation::Program()), (ShownFolders{L"C:\\Suite\\", L"N:\\", L"D:\\Data\\"}));
 }
 
 TEST_F(Start, AValueThatDoesNotFitIsAsGoodAsNone)
 {
     constexpr std::size_t Longest = 1023; // with its terminator 2048 bytes
     const std::wstring fits = L"D:\\" + std::wstring(Longest - 3, L'x');
-    Suite().SetFolders(L"C:\\Suite\\", L"C:\\Suite\\", fits);
-    EXPECT_EQ(FoldersShownBy(Suite().Program()).datafiles, fits + L"\\");
+    Installation::SetFolders(L"C:\\Suite\\", L"C:\\Suite\\", fits);
+    EXPECT_EQ(FoldersShownBy(Installation::Program()).datafiles, fits + L"\\");
 
-    Suite().SetFolders(L"C:\\Suite\\", L"C:\\Suite\\", fits + L"x");
-    EXPECT_EQ(FoldersShownBy(Suite().Program()).datafiles, L"C:\\Suite\\Datafiles\\");
+    Installation::SetFolders(L"C:\\Suite\\", L"C:\\Suite\\", fits + L"x");
+    EXPECT_EQ(FoldersShownBy(Installation::Program()).datafiles, L"C:\\Suite\\Datafiles\\");
 }
 
 TEST_F(Start, HiddenControlsHoldTheReminder)
 {
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     EXPECT_EQ(main.Text(Control::ReminderDays), L"14");
     const SYSTEMTIME time = PickedTime(run, main);
@@ -142,7 +142,7 @@ TEST_F(Start, HiddenControlsHoldTheReminder)
 TEST_F(Start, WithoutAStoredReminderTheHiddenControlsHoldTheDefaults)
 {
     RemoveKey(Hive::User, ReminderKey);
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     EXPECT_EQ(main.Text(Control::ReminderDays), L"7");
     const SYSTEMTIME time = PickedTime(run, main);
@@ -152,7 +152,7 @@ TEST_F(Start, WithoutAStoredReminderTheHiddenControlsHoldTheDefaults)
 
 TEST_F(Start, TheSplashComesFirstAndStandsIntoTheNextSecond)
 {
-    const ProgramRun run(Suite().Program());
+    const ProgramRun run(Installation::Program());
     const HWND splash = run.AwaitWindow("the splash", IsSplash);
     const long long seen = ProgramRun::CurrentSecond();
     EXPECT_EQ(run.Windows().size(), 1U) << "the splash stands alone";
@@ -175,8 +175,8 @@ TEST_F(Start, TheSplashComesFirstAndStandsIntoTheNextSecond)
 
 TEST_P(NamedStart, NamesOfAllKindsAreShownAsStored)
 {
-    Suite().SetFolders(GetParam(), GetParam(), GetParam());
-    EXPECT_EQ(FoldersShownBy(Suite().Program()), (ShownFolders{GetParam(), GetParam(), GetParam()}));
+    Installation::SetFolders(GetParam(), GetParam(), GetParam());
+    EXPECT_EQ(FoldersShownBy(Installation::Program()), (ShownFolders{GetParam(), GetParam(), GetParam()}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Names, NamedStart,

@@ -109,7 +109,7 @@ def findings(data, exports=None, manifest=False, subsystem=None):
 def main():
     parser = argparse.ArgumentParser(description=__doc__.split("\n")[0])
     parser.add_argument("file")
-    parser.add_argument("--exports", nargs="*")
+    parser.add_argument("--export", action="append", dest="exports", help="a name that it exports, and no other")
     parser.add_argument("--manifest", action="store_true")
     parser.add_argument("--subsystem", choices=["gui"])
     arguments = parser.parse_args()

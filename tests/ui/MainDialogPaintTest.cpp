@@ -33,9 +33,14 @@ protected:
         return painting;
     }
 
-    /// Only the ground is left, and nothing is to be painted.
-    static void HideControls(const MainDialogPage& page)
+    /// Only the ground is left, odd in width and height so that rounding shows, and nothing is to be painted.
+    static void LeaveOddGround(const MainDialogPage& page)
     {
+        RECT client{};
+        ::GetClientRect(page.Window(), &client);
+        const RECT place = page.ScreenRectangle();
+        ::SetWindowPos(page.Window(), nullptr, 0, 0, place.right - place.left + (client.right + 1) % 2,
+                       place.bottom - place.top + (client.bottom + 1) % 2, SWP_NOMOVE | SWP_NOZORDER);
         for (HWND child = ::GetWindow(page.Window(), GW_CHILD); child != nullptr;
              child = ::GetWindow(child, GW_HWNDNEXT)) {
             ::ShowWindow(child, SW_HIDE);
@@ -63,10 +68,11 @@ TEST_F(MainDialogPaintTest, DrawsTheIconInTheMiddleWhileMinimised)
     Run({Do("paint",
             [](const MainDialogPage& page) {
                 const HWND window = page.Window();
-                HideControls(page);
+                LeaveOddGround(page);
                 const MemoryBitmap before = ClientPicture(window);
                 const COLORREF ground = before.Pixel(0, 0);
                 ASSERT_TRUE(before.IsAll(before.Bounds(), ground));
+                ASSERT_EQ(before.Width() % 2 + before.Height() % 2, 2);
                 const LONG_PTR style = ::GetWindowLongPtrW(window, GWL_STYLE);
                 ::SetWindowLongPtrW(window, GWL_STYLE, style | WS_MINIMIZE);
                 ASSERT_NE(::IsIconic(window), FALSE);

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <array>
 #include <stdexcept>
 #include <vector>
@@ -107,8 +108,9 @@ void RemoveFolder(const std::wstring& folder)
             ::DeleteFileW(path.c_str());
         }
     });
-    for (auto it = folders.rbegin(); it != folders.rend(); ++it) {
-        ::RemoveDirectoryW(it->c_str());
+    std::reverse(folders.begin(), folders.end());
+    for (const std::wstring& emptied : folders) {
+        ::RemoveDirectoryW(emptied.c_str());
     }
 }
 

@@ -7,6 +7,7 @@
 
 #include <shlobj.h>
 
+#include <algorithm>
 #include <array>
 #include <stdexcept>
 
@@ -98,11 +99,12 @@ Installation::Installation()
 
 Installation::~Installation()
 {
-    for (auto it = m_borrowed.rbegin(); it != m_borrowed.rend(); ++it) {
-        if (it->former) {
-            WriteValue(it->hive, it->key, it->name, *it->former);
+    std::reverse(m_borrowed.begin(), m_borrowed.end());
+    for (const Borrowed& borrowed : m_borrowed) {
+        if (borrowed.former) {
+            WriteValue(borrowed.hive, borrowed.key, borrowed.name, *borrowed.former);
         } else {
-            RemoveValue(it->hive, it->key, it->name);
+            RemoveValue(borrowed.hive, borrowed.key, borrowed.name);
         }
     }
     Clear();

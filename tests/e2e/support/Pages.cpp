@@ -148,7 +148,7 @@ std::wstring FolderPicker::Title() const
 std::wstring FolderPicker::SelectedName() const
 {
     const HWND tree = ::GetDlgItem(m_window, PickerTree);
-    const auto selected = reinterpret_cast<HTREEITEM>(Ask(tree, TVM_GETNEXTITEM, TVGN_CARET, 0));
+    auto* const selected = reinterpret_cast<HTREEITEM>(Ask(tree, TVM_GETNEXTITEM, TVGN_CARET, 0));
     if (selected == nullptr) {
         return {};
     }

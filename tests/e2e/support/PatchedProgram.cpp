@@ -27,7 +27,7 @@ std::wstring Patch(const std::string& from, const std::string& to)
         throw std::runtime_error("the program does not hold exactly once: " + from);
     }
     program.replace(place, from.size(), to);
-    const std::wstring path = L"C:\\Suite\\Patched\\SiteKeeper64.exe";
+    std::wstring path = L"C:\\Suite\\Patched\\SiteKeeper64.exe";
     WriteWholeFile(path, program);
     return path;
 }
@@ -36,7 +36,7 @@ std::wstring Patch(const std::string& from, const std::string& to)
 
 std::wstring ProgramWithFakeUser()
 {
-    const std::wstring path = Patch("ADVAPI32.dll", "FakeUser.dll");
+    std::wstring path = Patch("ADVAPI32.dll", "FakeUser.dll");
     CopyFileTo(ShippedFile(L"tests\\e2e\\FakeUser.dll"), path.substr(0, path.rfind(L'\\')) + L"\\FakeUser.dll");
     return path;
 }

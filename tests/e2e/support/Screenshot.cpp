@@ -17,7 +17,7 @@ constexpr DWORD TakeMilliseconds = 20; // between two looks at the screen
 
 std::wstring ShotsFolder()
 {
-    if (const std::wstring given = EnvironmentText(L"SITEKEEPER_SHOTS"); !given.empty()) {
+    if (std::wstring given = EnvironmentText(L"SITEKEEPER_SHOTS"); !given.empty()) {
         return given;
     }
     std::array<wchar_t, MAX_PATH> self{};

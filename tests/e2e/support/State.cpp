@@ -66,18 +66,21 @@ void State::Set(const std::wstring& path, const Shortcut& shortcut)
 std::string State::ChangesTo(const State& now) const
 {
     std::wstring report;
+    const auto add = [&report](const wchar_t* what, const std::wstring& name, const std::wstring& description) {
+        report.append(what).append(name).append(L"\n    ").append(description).append(L"\n");
+    };
     for (const auto& [name, description] : m_items) {
         const auto found = now.m_items.find(name);
         if (found == now.m_items.end()) {
-            report += L"missing: " + name + L"\n    " + description + L"\n";
+            add(L"missing: ", name, description);
         } else if (found->second != description) {
-            report +=
-                L"differs: " + name + L"\n    expected " + description + L"\n    found    " + found->second + L"\n";
+            add(L"expected: ", name, description);
+            add(L"found:    ", name, found->second);
         }
     }
     for (const auto& [name, description] : now.m_items) {
         if (!m_items.contains(name)) {
-            report += L"new: " + name + L"\n    " + description + L"\n";
+            add(L"new: ", name, description);
         }
     }
     return ToUtf8(report);
