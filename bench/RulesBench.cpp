@@ -7,7 +7,6 @@
 #include "support/MemoryPlatform.h"
 
 #include <benchmark/benchmark.h>
-
 #include <string>
 
 namespace {

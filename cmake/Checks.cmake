@@ -9,8 +9,13 @@ file(GLOB_RECURSE SITEKEEPER_CXX_FILES CONFIGURE_DEPENDS
 find_program(CLANG_FORMAT clang-format)
 find_program(RUN_CLANG_TIDY NAMES run-clang-tidy run-clang-tidy-14)
 if(CLANG_FORMAT AND SITEKEEPER_CXX_FILES)
-  add_custom_target(format COMMAND "${CLANG_FORMAT}" -i ${SITEKEEPER_CXX_FILES} VERBATIM)
-  add_custom_target(format-check COMMAND "${CLANG_FORMAT}" --dry-run -Werror ${SITEKEEPER_CXX_FILES} VERBATIM)
+  # Handed over in a file: a failing command is printed whole.
+  list(JOIN SITEKEEPER_CXX_FILES "\n" files)
+  file(GENERATE OUTPUT "${CMAKE_BINARY_DIR}/cxx-files" CONTENT "${files}\n")
+  add_custom_target(format
+    COMMAND xargs -a cxx-files "${CLANG_FORMAT}" -i WORKING_DIRECTORY "${CMAKE_BINARY_DIR}" VERBATIM)
+  add_custom_target(format-check
+    COMMAND xargs -a cxx-files "${CLANG_FORMAT}" --dry-run -Werror WORKING_DIRECTORY "${CMAKE_BINARY_DIR}" VERBATIM)
 endif()
 if(RUN_CLANG_TIDY)
   set(tidy_target_arguments "")

@@ -25,7 +25,8 @@ protected:
     /// OK with a shell folder that is not to be had: the message, and what does and does not happen around it.
     /// `takeAway` removes the folder. It comes last, because the shell writes the desktop's value again when this
     /// process first uses shortcuts.
-    void ExpectFolderError(const std::function<void()>& takeAway, const std::wstring& text, const std::wstring& moment)
+    static void ExpectFolderError(const std::function<void()>& takeAway, const std::wstring& text,
+                                  const std::wstring& moment)
     {
         Installation::AddOldShortcuts(Installation::DesktopFolder());
         Installation::AddOldShortcuts(Installation::ProgramsFolder());

@@ -8,7 +8,7 @@ class Leave : public Journey
 {
 protected:
     /// Types over the fields, leaves by `gesture`, and expects nothing but the window position to be written.
-    void ExpectNothingButThePosition(const std::function<void(const MainWindow&)>& gesture)
+    static void ExpectNothingButThePosition(const std::function<void(const MainWindow&)>& gesture)
     {
         Installation::AddOldShortcuts(Installation::DesktopFolder());
         Installation::AddOldShortcuts(Installation::ProgramsFolder());
@@ -64,7 +64,7 @@ TEST_F(Leave, ThePositionIsTheOneAfterTheLastMove)
 
 TEST_F(Leave, TheStoredPositionIsNeverUsed)
 {
-    const auto placeWith = [this](const wchar_t* stored) {
+    const auto placeWith = [](const wchar_t* stored) {
         WriteValue(Hive::User, PositionKey, L"Application", TextValue(stored));
         const ProgramRun run(Installation::Program());
         const MainWindow main(run);

@@ -32,7 +32,7 @@ protected:
     static std::string Recorded() { return ReadWholeFile(RecordFile).value_or("nothing"); }
 
     /// The message about the library, then the main dialog, then OK, which works without a progress window.
-    void ExpectMessageAndWork(const std::wstring& text, const std::wstring& moment)
+    static void ExpectMessageAndWork(const std::wstring& text, const std::wstring& moment)
     {
         Installation::AddOldShortcuts(Installation::DesktopFolder());
         State expected = State::Take();

@@ -11,7 +11,7 @@ class LinuxReader : public Journey
 {
 protected:
     /// Renews all shortcuts for an application folder and keeps copies under a name.
-    void Renew(const std::wstring& applicationFolder, const std::wstring& keptName)
+    static void Renew(const std::wstring& applicationFolder, const std::wstring& keptName)
     {
         Installation::AddTools(applicationFolder);
         const ProgramRun run(Installation::Program());

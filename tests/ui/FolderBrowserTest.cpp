@@ -4,13 +4,17 @@
 #include "support/DialogPage.h"
 #include "support/ModalDriver.h"
 #include "support/TestApp.h"
+#include "support/ThreadWindows.h"
 
 #include <windows.h>
 
 #include <shlobj.h>
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 namespace sitekeeper {
 namespace {
@@ -62,6 +66,28 @@ TEST_F(FolderBrowserTest, StartsAtTheGivenFolderAndAppendsABackslash)
     EXPECT_EQ(title, L"Choose a folder for the test");
     EXPECT_EQ(status, Folder);
     EXPECT_EQ(path, std::wstring(Folder) + L"\\");
+}
+
+TEST_F(FolderBrowserTest, SelectsTheGivenFolderAndShowsItInThisOrderEvenWhenItIsMissing)
+{
+    constexpr const wchar_t* Missing = L"C:\\no such folder";
+    std::vector<std::wstring> sent;
+    std::wstring path = Missing;
+    {
+        const MessageWatch watch([&sent](const CWPSTRUCT& call) {
+            if (ClassNameOf(call.hwnd) == L"#32770" && call.message == BFFM_SETSELECTIONW) {
+                EXPECT_EQ(call.wParam, WPARAM{TRUE}) << "a path, not an item";
+                sent.push_back(std::wstring(L"select ") + reinterpret_cast<const wchar_t*>(call.lParam));
+            } else if (ClassNameOf(call.hwnd) == L"#32770" && call.message == BFFM_SETSTATUSTEXTW) {
+                sent.push_back(std::wstring(L"status ") + reinterpret_cast<const wchar_t*>(call.lParam));
+            }
+        });
+        const ModalDriver driver({WaitForPicker(), Answer(IDCANCEL)});
+        BrowseForFolderPath(L"Choose", path);
+    }
+    const auto selection = std::ranges::find(sent, std::wstring(L"select ") + Missing);
+    ASSERT_NE(selection, sent.end());
+    EXPECT_NE(std::find(selection, sent.end(), std::wstring(L"status ") + Missing), sent.end());
 }
 
 TEST_F(FolderBrowserTest, OffersNewFoldersAndAsksForAnyItem)
