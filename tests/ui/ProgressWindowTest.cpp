@@ -177,7 +177,9 @@ TEST_F(BuiltProgressTest, GoesWithItsOwnerAndIsStillDeletedSafely)
     object->SetTitle(L"too late");
     object->SetMessage(L"too late");
     object->SetIcon(128);
+    EXPECT_NE(object->Create(Resources()), 0) << "it knows that it has no window any more";
     object.reset();
+    EXPECT_THAT(VisibleWindows(ProgressClass), IsEmpty());
 }
 
 TEST_F(BuiltProgressTest, LivesBesideAnotherOne)
