@@ -57,6 +57,9 @@ int SplashMessageWindow::Create(HINSTANCE application)
     const HDC dc = ::GetDC(m_window);
     m_dpi = ::GetDeviceCaps(dc, LOGPIXELSY);
     ::ReleaseDC(m_window, dc);
+    if (m_font != nullptr) { // of an earlier window, which went with its owner
+        ::DeleteObject(m_font);
+    }
     m_font = ::CreateFontW(-Scaled(TextHeight), 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
                            OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY, DEFAULT_PITCH, L"Segoe UI");
     Place();

@@ -221,6 +221,8 @@ INT_PTR CALLBACK CDialog::Thunk(HWND window, UINT message, WPARAM wParam, LPARAM
         return FALSE;
     }
     if (message == WM_NCDESTROY) {
+        // The loop may be waiting for a message to a window that somebody else destroyed.
+        ::PostThreadMessageW(::GetCurrentThreadId(), WM_NULL, 0, 0);
         self->Detach();
         self->PostNcDestroy();
         return FALSE;

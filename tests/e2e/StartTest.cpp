@@ -40,6 +40,12 @@ protected:
 class NamedStart : public Start, public ::testing::WithParamInterface<std::wstring>
 {};
 
+bool IsReadOnly(HWND field)
+{
+    constexpr LONG ReadOnly = ES_READONLY;
+    return (::GetWindowLongW(field, GWL_STYLE) & ReadOnly) != 0;
+}
+
 SYSTEMTIME PickedTime(const ProgramRun& run, const MainWindow& main)
 {
     SYSTEMTIME time{};
@@ -61,9 +67,9 @@ TEST_F(Start, ShowsTheThreeFoldersOfTheInstallation)
     EXPECT_EQ(main.Text(Control::ProgramPath), L"C:\\Suite\\");
     EXPECT_EQ(main.Text(Control::ApplicationPath), L"N:\\Shared\\");
     EXPECT_EQ(main.Text(Control::DatafilesPath), L"\\\\server\\share\\Data\\");
-    EXPECT_NE(::GetWindowLongW(main.Item(Control::ProgramPath), GWL_STYLE) & ES_READONLY, 0);
-    EXPECT_EQ(::GetWindowLongW(main.Item(Control::ApplicationPath), GWL_STYLE) & ES_READONLY, 0);
-    EXPECT_EQ(::GetWindowLongW(main.Item(Control::DatafilesPath), GWL_STYLE) & ES_READONLY, 0);
+    EXPECT_TRUE(IsReadOnly(main.Item(Control::ProgramPath)));
+    EXPECT_FALSE(IsReadOnly(main.Item(Control::ApplicationPath)));
+    EXPECT_FALSE(IsReadOnly(main.Item(Control::DatafilesPath)));
     EXPECT_EQ(run.Windows().size(), 1U) << "nothing but the main window";
     EXPECT_TRUE(ProgressWindows(run).empty());
     SaveMoment(main.Handle(), L"main-dialog");
@@ -73,11 +79,11 @@ TEST_F(Start, ShowsTheFrameOfAFixedDialogOnTheTaskbar)
 {
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
-    const auto style = static_cast<DWORD>(::GetWindowLongW(main.Handle(), GWL_STYLE));
-    const auto extended = static_cast<DWORD>(::GetWindowLongW(main.Handle(), GWL_EXSTYLE));
-    EXPECT_EQ(style & (WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX), WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX);
-    EXPECT_EQ(style & (WS_THICKFRAME | WS_MAXIMIZEBOX), 0U);
-    EXPECT_NE(extended & WS_EX_APPWINDOW, 0U);
+    constexpr LONG Wanted = WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
+    constexpr LONG Unwanted = WS_THICKFRAME | WS_MAXIMIZEBOX;
+    constexpr LONG Taskbar = WS_EX_APPWINDOW;
+    EXPECT_EQ(::GetWindowLongW(main.Handle(), GWL_STYLE) & (Wanted | Unwanted), Wanted);
+    EXPECT_NE(::GetWindowLongW(main.Handle(), GWL_EXSTYLE) & Taskbar, 0);
 }
 
 TEST_F(Start, AFreshInstallationTakesItsFoldersFromTheProgramsPlace)
