@@ -4,11 +4,6 @@
 
 namespace sitekeeper {
 
-Admission AdmitUser(const std::wstring& userName)
-{
-    return userName.empty() ? Admission::Refused : Admission::Granted;
-}
-
 std::wstring RefusalText(const std::wstring& userName)
 {
     return Fill(L"%s,\nYou do not have permission to run this application.\n\n"

@@ -1,18 +1,9 @@
-// Who may start the program.
+// What the gate at the program's start says to those whom it does not let in.
 #pragma once
 
 #include <string>
 
 namespace sitekeeper {
-
-enum class Admission
-{
-    Granted,
-    Refused
-};
-
-/// The gate's decision on a Windows user name: an empty name is refused, everyone else is let in.
-[[nodiscard]] Admission AdmitUser(const std::wstring& userName);
 
 /// What a refused user is told.
 [[nodiscard]] std::wstring RefusalText(const std::wstring& userName);

@@ -1,5 +1,6 @@
 #include "app/SiteKeeperApp.h"
 
+#include "access/AccessLists.h"
 #include "app/AccessGate.h"
 #include "app/DlgOccManager.h"
 #include "app/ErrorReport.h"
@@ -46,7 +47,8 @@ bool CSiteKeeperApp::InitInstance()
 bool CSiteKeeperApp::IsUserAdmitted()
 {
     const std::wstring userName = m_platform.accounts.UserName();
-    if (AdmitUser(userName) == Admission::Granted) {
+    const AccessLists lists(m_platform, m_settings, m_programFile);
+    if (lists.IsUserAllowed(userName, AccessList::SiteKeeper) == Admission::Granted) {
         return true;
     }
     m_platform.messages.Show(WindowId::None, RefusalText(userName), ProductTitle, MessageStyle::Error);

@@ -2,7 +2,9 @@
 #include "app/ShellFolderChooser.h"
 #include "app/SiteKeeperApp.h"
 #include "win32/Win32Accounts.h"
+#include "win32/Win32Clipboard.h"
 #include "win32/Win32Clock.h"
+#include "win32/Win32CodePage.h"
 #include "win32/Win32Environment.h"
 #include "win32/Win32FileSystem.h"
 #include "win32/Win32HelpViewer.h"
@@ -28,7 +30,10 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE /*previous*/, wchar_t* /*comma
     Win32Accounts accounts;
     Win32Clock clock;
     Win32HelpViewer help;
-    const Platform platform{registry, files, shell, folders, messages, modules, environment, accounts, clock, help};
+    Win32CodePage codePage;
+    Win32Clipboard clipboard;
+    const Platform platform{registry,    files,    shell, folders, messages, modules,
+                            environment, accounts, clock, help,    codePage, clipboard};
     CSiteKeeperApp app(instance, platform, __wargv[0], {});
     return app.Run();
 }

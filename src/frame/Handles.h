@@ -86,6 +86,20 @@ struct ModulePolicy : NullHandlePolicy<HMODULE>
 {
     static void Close(HMODULE module) noexcept { ::FreeLibrary(module); }
 };
+struct FilePolicy
+{
+    using Handle = HANDLE;
+    static Handle Empty() noexcept { return INVALID_HANDLE_VALUE; }
+    static void Close(HANDLE file) noexcept { ::CloseHandle(file); }
+};
+struct FileSearchPolicy : FilePolicy
+{
+    static void Close(HANDLE search) noexcept { ::FindClose(search); }
+};
+struct GlobalMemoryPolicy : NullHandlePolicy<HGLOBAL>
+{
+    static void Close(HGLOBAL memory) noexcept { ::GlobalFree(memory); }
+};
 struct IconPolicy : NullHandlePolicy<HICON>
 {
     static void Close(HICON icon) noexcept { ::DestroyIcon(icon); }
@@ -110,6 +124,9 @@ struct MemoryDcPolicy : NullHandlePolicy<HDC>
 
 using UniqueRegistryKey = UniqueHandle<RegistryKeyPolicy>;
 using UniqueModule = UniqueHandle<ModulePolicy>;
+using UniqueFile = UniqueHandle<FilePolicy>;
+using UniqueFileSearch = UniqueHandle<FileSearchPolicy>;
+using UniqueGlobalMemory = UniqueHandle<GlobalMemoryPolicy>;
 using UniqueIcon = UniqueHandle<IconPolicy>;
 using UniqueCursor = UniqueHandle<CursorPolicy>;
 using UniqueMenu = UniqueHandle<MenuPolicy>;

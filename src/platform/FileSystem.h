@@ -3,10 +3,28 @@
 
 #include "platform/Port.h"
 
+#include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace sitekeeper {
+
+/// A file that is open for writing, from its first byte on. Its end closes it; what was not flushed may then be lost
+/// with the machine, not with the process.
+class OutputFile : public Port
+{
+public:
+    /// Writes `bytes` after those written before. False when not all of them were: a full disk, a lost share. How much
+    /// was is then unknown.
+    virtual bool Write(std::string_view bytes) = 0;
+
+    /// Ends the file behind what was written. False when its length stays as it was.
+    virtual bool EndHere() = 0;
+
+    /// Brings all that was written to the disk itself. False when that is not certain.
+    virtual bool Flush() = 0;
+};
 
 class FileSystem : public Port
 {
@@ -22,6 +40,29 @@ public:
     /// Makes one folder; the folder above it must exist.
     /// False when it could not be made, also when something of that path exists already; nothing changes then.
     virtual bool MakeFolder(const std::wstring& path) = 0;
+
+    /// All bytes of a file, read while nobody may write it. Nothing when it cannot be opened or read to its end; a
+    /// file that others hold is asked for again for up to a tenth of a second.
+    [[nodiscard]] virtual std::optional<std::string> ReadContent(const std::wstring& path) const = 0;
+
+    /// Opens a file that exists, content untouched until it is written over; others may meanwhile read it, but not
+    /// write it. Null when it may not be written: read-only, a folder, held by others (asked for again for up to a
+    /// tenth of a second), no rights.
+    [[nodiscard]] virtual std::unique_ptr<OutputFile> OpenForWriting(const std::wstring& path) = 0;
+
+    /// Makes a file and opens it for nobody else, emptying an earlier file of that path. It gets the attributes and
+    /// the access rights of the file `model` where there is one. Null when it cannot be made like that, also when
+    /// `model` is a link to another place; an earlier file of that path is then as it was, or gone.
+    [[nodiscard]] virtual std::unique_ptr<OutputFile> MakeFileLike(const std::wstring& path,
+                                                                   const std::wstring& model) = 0;
+
+    /// Puts the file `from` in the place of the file `to`, in one step that no interruption can halve; `to` need not
+    /// exist. The file keeps the spelling in which `to` stood there. False when it was not done; both are then as they
+    /// were. Files that others hold are asked for again for up to a tenth of a second.
+    virtual bool MoveOver(const std::wstring& from, const std::wstring& to) = 0;
+
+    /// Removes a file. False when it is still there or never was.
+    virtual bool RemoveFile(const std::wstring& path) = 0;
 };
 
 } // namespace sitekeeper

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "platform/Accounts.h"
+#include "platform/Clipboard.h"
 #include "platform/Clock.h"
+#include "platform/CodePage.h"
 #include "platform/Environment.h"
 #include "platform/FileSystem.h"
 #include "platform/FolderChooser.h"
@@ -26,6 +28,8 @@ struct Platform
     Accounts& accounts;
     Clock& clock;
     HelpViewer& help;
+    CodePage& codePage;
+    Clipboard& clipboard;
 };
 
 } // namespace sitekeeper

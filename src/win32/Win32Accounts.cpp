@@ -1,10 +1,54 @@
 #include "win32/Win32Accounts.h"
 
-#include <windows.h>
+#include <lm.h>
 
 #include <array>
 
 namespace sitekeeper {
+namespace {
+
+static_assert(static_cast<DWORD>(NetworkStatus::Success) == NERR_Success);
+static_assert(static_cast<DWORD>(NetworkStatus::AccessDenied) == ERROR_ACCESS_DENIED);
+static_assert(static_cast<DWORD>(NetworkStatus::NotSupported) == ERROR_NOT_SUPPORTED);
+static_assert(static_cast<DWORD>(NetworkStatus::MoreData) == ERROR_MORE_DATA);
+
+constexpr DWORD ServerLevel = 101;
+constexpr DWORD UserAccountLevel = 1;
+
+/// What a function of the network management returned in its buffer, given back to it at the end.
+class NetworkBuffer
+{
+public:
+    explicit NetworkBuffer(FARPROC release)
+        : m_release(reinterpret_cast<decltype(&::NetApiBufferFree)>(reinterpret_cast<void*>(release)))
+    {}
+    NetworkBuffer(const NetworkBuffer&) = delete;
+    NetworkBuffer& operator=(const NetworkBuffer&) = delete;
+    ~NetworkBuffer()
+    {
+        if (m_buffer != nullptr && m_release != nullptr) {
+            m_release(m_buffer);
+        }
+    }
+
+    template <typename Entry>
+    [[nodiscard]] const Entry* As() const noexcept
+    {
+        return static_cast<const Entry*>(m_buffer);
+    }
+    void** put() noexcept { return &m_buffer; }
+
+private:
+    decltype(&::NetApiBufferFree) m_release;
+    void* m_buffer = nullptr;
+};
+
+std::wstring NameOf(const wchar_t* name)
+{
+    return name == nullptr ? L"" : name;
+}
+
+} // namespace
 
 std::wstring Win32Accounts::UserName() const
 {
@@ -14,6 +58,59 @@ std::wstring Win32Accounts::UserName() const
     ::GetUserNameW(name.data(), &size);
     name.back() = L'\0';
     return name.data();
+}
+
+FARPROC Win32Accounts::Entry(const char* name) const
+{
+    if (!m_library) {
+        m_library.reset(::LoadLibraryExW(L"netapi32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
+    }
+    return m_library ? ::GetProcAddress(m_library.get(), name) : nullptr;
+}
+
+std::vector<std::wstring> Win32Accounts::Servers() const
+{
+    const auto enumerate =
+        reinterpret_cast<decltype(&::NetServerEnum)>(reinterpret_cast<void*>(Entry("NetServerEnum")));
+    if (enumerate == nullptr) {
+        return {};
+    }
+    NetworkBuffer buffer(Entry("NetApiBufferFree"));
+    DWORD count = 0;
+    DWORD total = 0;
+    const NET_API_STATUS status = enumerate(nullptr, ServerLevel, reinterpret_cast<BYTE**>(buffer.put()),
+                                            MAX_PREFERRED_LENGTH, &count, &total, SV_TYPE_SERVER, nullptr, nullptr);
+    std::vector<std::wstring> servers;
+    const auto* const entries = buffer.As<SERVER_INFO_101>();
+    if ((status == NERR_Success || status == ERROR_MORE_DATA) && entries != nullptr) {
+        for (DWORD place = 0; place < count; ++place) {
+            servers.push_back(NameOf(entries[place].sv101_name));
+        }
+    }
+    return servers;
+}
+
+AccountPage Win32Accounts::UsersOf(const std::wstring& server, std::uint32_t index, std::uint32_t count) const
+{
+    const auto query = reinterpret_cast<decltype(&::NetQueryDisplayInformation)>(
+        reinterpret_cast<void*>(Entry("NetQueryDisplayInformation")));
+    if (query == nullptr) {
+        return {};
+    }
+    NetworkBuffer buffer(Entry("NetApiBufferFree"));
+    DWORD returned = 0;
+    AccountPage page;
+    page.status = static_cast<NetworkStatus>(query(server.empty() ? nullptr : server.c_str(), UserAccountLevel, index,
+                                                   count, MAX_PREFERRED_LENGTH, &returned, buffer.put()));
+    const auto* const entries = buffer.As<NET_DISPLAY_USER>();
+    if (entries == nullptr || (page.status != NetworkStatus::Success && page.status != NetworkStatus::MoreData)) {
+        return page;
+    }
+    for (DWORD place = 0; place < returned; ++place) {
+        page.names.push_back(NameOf(entries[place].usri1_name));
+        page.nextIndex = entries[place].usri1_next_index;
+    }
+    return page;
 }
 
 } // namespace sitekeeper

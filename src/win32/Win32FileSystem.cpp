@@ -1,10 +1,65 @@
 #include "win32/Win32FileSystem.h"
 
+#include "frame/Handles.h"
+#include "text/Paths.h"
+#include "win32/Win32OutputFile.h"
+
 #include <windows.h>
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
 
 namespace sitekeeper {
+namespace {
+
+/// `path` with the file's name as it stands in its folder; `path` itself where there is no such file.
+std::wstring AsSpelled(const std::wstring& path)
+{
+    WIN32_FIND_DATAW found{};
+    const UniqueFileSearch search(::FindFirstFileW(path.c_str(), &found));
+    return search ? GetFolderOfPath(path) + found.cFileName : path;
+}
+
+/// What is left of an open file. False when it cannot be read to its end.
+bool ReadRest(HANDLE file, std::string& content)
+{
+    constexpr std::size_t Smallest = 4096;
+    LARGE_INTEGER size{};
+    ::GetFileSizeEx(file, &size);
+    content.resize(static_cast<std::size_t>(size.QuadPart) + 1); // one more, to meet the end at once
+    std::size_t length = 0;
+    for (;;) {
+        if (length == content.size()) {
+            content.resize(length + length / 2 + Smallest);
+        }
+        const auto room = static_cast<DWORD>(std::min<std::size_t>(content.size() - length, 0x4000'0000));
+        DWORD count = 0;
+        if (::ReadFile(file, content.data() + length, room, &count, nullptr) == FALSE) {
+            return false;
+        }
+        if (count == 0) {
+            content.resize(length);
+            return true;
+        }
+        length += count;
+    }
+}
+
+UniqueFile OpenExisting(const std::wstring& path, DWORD access, DWORD sharing)
+{
+    UniqueFile file;
+    Retried([&] {
+        file.reset(
+            ::CreateFileW(path.c_str(), access, sharing, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+        return static_cast<bool>(file);
+    });
+    return file;
+}
+
+} // namespace
 
 bool Win32FileSystem::Exists(const std::wstring& path) const
 {
@@ -25,6 +80,39 @@ std::optional<std::wstring> Win32FileSystem::FullPath(const std::wstring& path) 
 bool Win32FileSystem::MakeFolder(const std::wstring& path)
 {
     return ::CreateDirectoryW(path.c_str(), nullptr) != FALSE;
+}
+
+std::optional<std::string> Win32FileSystem::ReadContent(const std::wstring& path) const
+{
+    // Who puts a new file in this one's place does not write it, and is let.
+    const UniqueFile file = OpenExisting(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE);
+    std::string content;
+    return file && ReadRest(file.get(), content) ? std::optional(std::move(content)) : std::nullopt;
+}
+
+std::unique_ptr<OutputFile> Win32FileSystem::OpenForWriting(const std::wstring& path)
+{
+    UniqueFile file = OpenExisting(path, GENERIC_WRITE, FILE_SHARE_READ);
+    return file ? std::make_unique<Win32OutputFile>(std::move(file)) : nullptr;
+}
+
+std::unique_ptr<OutputFile> Win32FileSystem::MakeFileLike(const std::wstring& path, const std::wstring& model)
+{
+    UniqueFile file = MakeLike(path, model);
+    return file ? std::make_unique<Win32OutputFile>(std::move(file)) : nullptr;
+}
+
+bool Win32FileSystem::MoveOver(const std::wstring& from, const std::wstring& to)
+{
+    const std::wstring target = AsSpelled(to);
+    return Retried([&] {
+        return ::MoveFileExW(from.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
+    });
+}
+
+bool Win32FileSystem::RemoveFile(const std::wstring& path)
+{
+    return ::DeleteFileW(path.c_str()) != FALSE;
 }
 
 } // namespace sitekeeper

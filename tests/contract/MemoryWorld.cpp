@@ -25,15 +25,11 @@ public:
     [[nodiscard]] std::wstring ScratchFolder() override { return Scratch; }
     void MakeFile(const std::wstring& path, const std::string& content) override
     {
-        m_memory.files.AddFile(path, std::wstring(content.begin(), content.end()));
+        m_memory.files.AddFile(path, content);
     }
     [[nodiscard]] std::string ContentOf(const std::wstring& path) override
     {
-        std::string content;
-        for (const wchar_t character : m_memory.files.ReadText(path).value_or(L"(no file)")) {
-            content += static_cast<char>(character);
-        }
-        return content;
+        return m_memory.files.ContentOf(path).value_or("(no file)");
     }
     [[nodiscard]] std::optional<ShortcutFile> ReadShortcut(const std::wstring& path) override
     {

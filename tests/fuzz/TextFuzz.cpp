@@ -2,6 +2,7 @@
 #include "app/VersionText.h"
 #include "fuzz/FuzzInput.h"
 #include "shortcuts/ShortcutFiles.h"
+#include "support/FoldersOnly.h"
 #include "support/MemoryFileSystem.h"
 #include "text/Paths.h"
 #include "text/Text.h"
@@ -12,7 +13,7 @@ namespace {
 using namespace sitekeeper;
 
 /// Looks at each folder that is asked for: each lies in the one before it.
-class NestedFolders final : public FileSystem
+class NestedFolders final : public FoldersOnly
 {
 public:
     [[nodiscard]] bool Exists(const std::wstring& path) const override { return path.empty(); }

@@ -52,6 +52,31 @@ private:
     FaultPlan& m_plan;
 };
 
+/// A write that fails leaves half of its bytes, as a full disk does.
+class FaultyOutputFile final : public OutputFile
+{
+public:
+    FaultyOutputFile(std::unique_ptr<OutputFile> inner, const std::wstring& path, FaultPlan& plan)
+        : m_inner(std::move(inner)), m_path(path), m_plan(plan)
+    {}
+
+    bool Write(std::string_view bytes) override
+    {
+        if (m_plan.Fails(L"write to " + m_path)) {
+            m_inner->Write(bytes.substr(0, bytes.size() / 2));
+            return false;
+        }
+        return m_inner->Write(bytes);
+    }
+    bool EndHere() override { return !m_plan.Fails(L"end " + m_path) && m_inner->EndHere(); }
+    bool Flush() override { return !m_plan.Fails(L"flush " + m_path) && m_inner->Flush(); }
+
+private:
+    std::unique_ptr<OutputFile> m_inner;
+    std::wstring m_path;
+    FaultPlan& m_plan;
+};
+
 class FaultyFileSystem final : public FileSystem
 {
 public:
@@ -69,8 +94,33 @@ public:
     {
         return !m_plan.Fails(L"make folder " + path) && m_inner.MakeFolder(path);
     }
+    [[nodiscard]] std::optional<std::string> ReadContent(const std::wstring& path) const override
+    {
+        return m_plan.Fails(L"read file " + path) ? std::nullopt : m_inner.ReadContent(path);
+    }
+    [[nodiscard]] std::unique_ptr<OutputFile> OpenForWriting(const std::wstring& path) override
+    {
+        return m_plan.Fails(L"open " + path) ? nullptr : Watched(m_inner.OpenForWriting(path), path);
+    }
+    [[nodiscard]] std::unique_ptr<OutputFile> MakeFileLike(const std::wstring& path, const std::wstring& model) override
+    {
+        return m_plan.Fails(L"make file " + path) ? nullptr : Watched(m_inner.MakeFileLike(path, model), path);
+    }
+    bool MoveOver(const std::wstring& from, const std::wstring& to) override
+    {
+        return !m_plan.Fails(L"move over " + to) && m_inner.MoveOver(from, to);
+    }
+    bool RemoveFile(const std::wstring& path) override
+    {
+        return !m_plan.Fails(L"remove " + path) && m_inner.RemoveFile(path);
+    }
 
 private:
+    std::unique_ptr<OutputFile> Watched(std::unique_ptr<OutputFile> file, const std::wstring& path)
+    {
+        return file == nullptr ? nullptr : std::make_unique<FaultyOutputFile>(std::move(file), path, m_plan);
+    }
+
     FileSystem& m_inner;
     FaultPlan& m_plan;
 };
@@ -173,6 +223,16 @@ public:
     {
         return m_plan.Fails(L"user name") ? std::wstring() : m_inner.UserName();
     }
+    [[nodiscard]] std::vector<std::wstring> Servers() const override
+    {
+        return m_plan.Fails(L"servers") ? std::vector<std::wstring>() : m_inner.Servers();
+    }
+    [[nodiscard]] AccountPage UsersOf(const std::wstring& server, std::uint32_t index,
+                                      std::uint32_t count) const override
+    {
+        return m_plan.Fails(L"users of " + server) ? AccountPage{NetworkStatus::AccessDenied, {}, 0}
+                                                   : m_inner.UsersOf(server, index, count);
+    }
 
 private:
     Accounts& m_inner;
@@ -221,6 +281,41 @@ private:
     FaultPlan& m_plan;
 };
 
+class FaultyCodePage final : public CodePage
+{
+public:
+    FaultyCodePage(CodePage& inner, FaultPlan& plan) : m_inner(inner), m_plan(plan) {}
+
+    void Decode(std::string_view bytes, std::wstring& text) const override { m_inner.Decode(bytes, text); }
+    [[nodiscard]] bool Encode(std::wstring_view text, std::string& bytes) const override
+    {
+        return !m_plan.Fails(L"encode " + std::wstring(text)) && m_inner.Encode(text, bytes);
+    }
+
+private:
+    CodePage& m_inner;
+    FaultPlan& m_plan;
+};
+
+class FaultyClipboard final : public Clipboard
+{
+public:
+    FaultyClipboard(Clipboard& inner, FaultPlan& plan) : m_inner(inner), m_plan(plan) {}
+
+    bool PutText(WindowId owner, const std::wstring& text) override
+    {
+        return !m_plan.Fails(L"put on the clipboard") && m_inner.PutText(owner, text);
+    }
+    [[nodiscard]] std::optional<std::wstring> Text(WindowId owner) const override
+    {
+        return m_plan.Fails(L"take from the clipboard") ? std::nullopt : m_inner.Text(owner);
+    }
+
+private:
+    Clipboard& m_inner;
+    FaultPlan& m_plan;
+};
+
 } // namespace
 
 struct FaultyPlatform::Forwarders
@@ -229,7 +324,7 @@ struct FaultyPlatform::Forwarders
         : plan(failingCall), registry(inner.registry, plan), files(inner.files, plan), shell(inner.shell, plan),
           folders(inner.folders, plan), messages(inner.messages, plan), modules(inner.modules, plan),
           environment(inner.environment, plan), accounts(inner.accounts, plan), clock(inner.clock, plan),
-          help(inner.help, plan)
+          help(inner.help, plan), codePage(inner.codePage, plan), clipboard(inner.clipboard, plan)
     {}
 
     FaultPlan plan;
@@ -243,6 +338,8 @@ struct FaultyPlatform::Forwarders
     FaultyAccounts accounts;
     FaultyClock clock;
     FaultyHelpViewer help;
+    FaultyCodePage codePage;
+    FaultyClipboard clipboard;
 };
 
 FaultyPlatform::FaultyPlatform(const Platform& inner, int failingCall)
@@ -254,8 +351,8 @@ FaultyPlatform::~FaultyPlatform() = default;
 Platform FaultyPlatform::Ports()
 {
     Forwarders& all = *m_forwarders;
-    return {all.registry, all.files,       all.shell,    all.folders, all.messages,
-            all.modules,  all.environment, all.accounts, all.clock,   all.help};
+    return {all.registry,    all.files,    all.shell, all.folders, all.messages, all.modules,
+            all.environment, all.accounts, all.clock, all.help,    all.codePage, all.clipboard};
 }
 
 const std::vector<std::wstring>& FaultyPlatform::Calls() const

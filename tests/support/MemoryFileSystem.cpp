@@ -1,5 +1,6 @@
 #include "support/MemoryFileSystem.h"
 
+#include "support/Utf8CodePage.h"
 #include "text/Paths.h"
 #include "text/Text.h"
 
@@ -113,10 +114,10 @@ void MemoryFileSystem::AddFolder(const std::wstring& path)
     m_entries.try_emplace(IdOf(full), Entry{full, Folder{}});
 }
 
-void MemoryFileSystem::AddFile(const std::wstring& path, const std::wstring& text)
+void MemoryFileSystem::AddFile(const std::wstring& path, const std::string& content)
 {
     AddFolder(GetFolderOfPath(Resolved(path)));
-    m_entries.insert_or_assign(IdOf(path), Entry{Resolved(path), text});
+    m_entries.insert_or_assign(IdOf(path), Entry{Resolved(path), content});
 }
 
 void MemoryFileSystem::Remove(const std::wstring& path)
@@ -148,19 +149,113 @@ std::optional<ShortcutFile> MemoryFileSystem::ReadShortcut(const std::wstring& p
     return shortcut == nullptr ? std::nullopt : std::optional(*shortcut);
 }
 
-std::optional<std::wstring> MemoryFileSystem::ReadText(const std::wstring& path) const
+std::optional<std::string> MemoryFileSystem::ContentOf(const std::wstring& path) const
 {
     const Entry* const entry = Find(path);
-    const auto* const text = entry == nullptr ? nullptr : std::get_if<std::wstring>(&entry->content);
-    return text == nullptr ? std::nullopt : std::optional(*text);
+    const auto* const content = entry == nullptr ? nullptr : std::get_if<std::string>(&entry->content);
+    return content == nullptr ? std::nullopt : std::optional(*content);
+}
+
+/// Writes into the entry of a file; when the test removes that file meanwhile, nowhere.
+class MemoryFileSystem::Output final : public OutputFile
+{
+public:
+    Output(MemoryFileSystem& files, std::wstring id) : m_files(files), m_id(std::move(id)) {}
+
+    bool Write(std::string_view bytes) override
+    {
+        std::string* const content = Content();
+        if (content == nullptr) {
+            return false;
+        }
+        const std::size_t end = m_position + bytes.size();
+        const std::size_t growth = end > content->size() ? end - content->size() : 0;
+        const std::size_t room = m_files.m_room.value_or(growth);
+        const std::string_view fitting = bytes.substr(0, bytes.size() - (growth - std::min(growth, room)));
+        if (m_files.m_room) {
+            *m_files.m_room -= std::min(growth, room);
+        }
+        content->replace(m_position, fitting.size(), fitting);
+        m_position += fitting.size();
+        return fitting.size() == bytes.size();
+    }
+    bool EndHere() override
+    {
+        std::string* const content = Content();
+        if (content == nullptr) {
+            return false;
+        }
+        if (m_files.m_room) {
+            *m_files.m_room += content->size() - m_position;
+        }
+        content->resize(m_position);
+        return true;
+    }
+    bool Flush() override { return Content() != nullptr; }
+
+private:
+    [[nodiscard]] std::string* Content()
+    {
+        const auto found = m_files.m_entries.find(m_id);
+        return found == m_files.m_entries.end() ? nullptr : std::get_if<std::string>(&found->second.content);
+    }
+
+    MemoryFileSystem& m_files;
+    std::wstring m_id;
+    std::size_t m_position = 0;
+};
+
+std::optional<std::string> MemoryFileSystem::ReadContent(const std::wstring& path) const
+{
+    return m_unreadable.contains(IdOf(path)) ? std::nullopt : ContentOf(path);
+}
+
+std::unique_ptr<OutputFile> MemoryFileSystem::OpenForWriting(const std::wstring& path)
+{
+    if (!ContentOf(path) || m_refused.contains(IdOf(path))) {
+        return nullptr;
+    }
+    return std::make_unique<Output>(*this, IdOf(path));
+}
+
+std::unique_ptr<OutputFile> MemoryFileSystem::MakeFileLike(const std::wstring& path, const std::wstring& /*model*/)
+{
+    if (path.empty() || path.ends_with(L'\\') || IsFolder(path) || !HasFolderAbove(path) ||
+        m_refused.contains(IdOf(path))) {
+        return nullptr;
+    }
+    m_entries.insert_or_assign(IdOf(path), Entry{Resolved(path), std::string()});
+    return std::make_unique<Output>(*this, IdOf(path));
+}
+
+bool MemoryFileSystem::MoveOver(const std::wstring& from, const std::wstring& to)
+{
+    const std::optional<std::string> content = ContentOf(from);
+    if (!content || IsFolder(to) || !HasFolderAbove(to) || m_refused.contains(IdOf(to)) ||
+        m_refused.contains(IdOf(from))) {
+        return false;
+    }
+    const auto [place, isNew] = m_entries.try_emplace(IdOf(to), Entry{Resolved(to), *content});
+    place->second.content = *content;
+    if (IdOf(from) != IdOf(to)) {
+        m_entries.erase(IdOf(from));
+    }
+    return true;
+}
+
+bool MemoryFileSystem::RemoveFile(const std::wstring& path)
+{
+    return ContentOf(path) && !m_refused.contains(IdOf(path)) && m_entries.erase(IdOf(path)) > 0;
 }
 
 std::vector<std::wstring> MemoryFileSystem::Listing() const
 {
     std::vector<std::wstring> lines;
     for (const auto& [id, entry] : m_entries) {
-        if (const auto* const text = std::get_if<std::wstring>(&entry.content)) {
-            lines.push_back(entry.path + L" = \"" + *text + L"\"");
+        if (const auto* const content = std::get_if<std::string>(&entry.content)) {
+            std::wstring text;
+            Utf8CodePage().Decode(*content, text);
+            lines.push_back(entry.path + L" = \"" + text + L"\"");
         } else if (const auto* const shortcut = std::get_if<ShortcutFile>(&entry.content)) {
             lines.push_back(entry.path + Shown(*shortcut));
         } else {

@@ -21,15 +21,25 @@ public:
     [[nodiscard]] bool Exists(const std::wstring& path) const override;
     [[nodiscard]] std::optional<std::wstring> FullPath(const std::wstring& path) const override;
     bool MakeFolder(const std::wstring& path) override;
+    [[nodiscard]] std::optional<std::string> ReadContent(const std::wstring& path) const override;
+    [[nodiscard]] std::unique_ptr<OutputFile> OpenForWriting(const std::wstring& path) override;
+    [[nodiscard]] std::unique_ptr<OutputFile> MakeFileLike(const std::wstring& path,
+                                                           const std::wstring& model) override;
+    bool MoveOver(const std::wstring& from, const std::wstring& to) override;
+    bool RemoveFile(const std::wstring& path) override;
 
-    /// Plant a folder or a file of that text, with all folders above it.
+    /// Plant a folder or a file of that content, with all folders above it.
     void AddFolder(const std::wstring& path);
-    void AddFile(const std::wstring& path, const std::wstring& text = L"");
+    void AddFile(const std::wstring& path, const std::string& content = "");
     void Remove(const std::wstring& path);
     void SetCurrentFolder(const std::wstring& path) { m_currentFolder = Resolved(path); }
 
     /// From now on the file or folder cannot be made or written.
     void RefuseWriting(const std::wstring& path) { m_refused.insert(IdOf(path)); }
+    /// From now on the file cannot be read.
+    void RefuseReading(const std::wstring& path) { m_unreadable.insert(IdOf(path)); }
+    /// From now on files can grow by `bytes` in all before the disk is full.
+    void SetRoom(std::size_t bytes) { m_room = bytes; }
 
     /// The shell's way to a file: makes it or replaces what it held. False when the folder above is missing, a folder
     /// of that path exists, or writing is refused; nothing changes then.
@@ -38,8 +48,8 @@ public:
     [[nodiscard]] bool IsFolder(const std::wstring& path) const;
     /// What the shortcut file says; nothing for a file that holds no shortcut.
     [[nodiscard]] std::optional<ShortcutFile> ReadShortcut(const std::wstring& path) const;
-    /// The text of a file; nothing for anything else.
-    [[nodiscard]] std::optional<std::wstring> ReadText(const std::wstring& path) const;
+    /// The content of a file; nothing for anything else.
+    [[nodiscard]] std::optional<std::string> ContentOf(const std::wstring& path) const;
 
     /// One line for each folder and each file with its content, sorted, for comparing before and after.
     [[nodiscard]] std::vector<std::wstring> Listing() const;
@@ -50,8 +60,9 @@ private:
     struct Entry
     {
         std::wstring path;
-        std::variant<Folder, std::wstring, ShortcutFile> content;
+        std::variant<Folder, std::string, ShortcutFile> content;
     };
+    class Output;
 
     /// The full path, of any length; empty for an empty path.
     [[nodiscard]] std::wstring Resolved(const std::wstring& path) const;
@@ -63,6 +74,8 @@ private:
 
     std::map<std::wstring, Entry> m_entries;
     std::set<std::wstring> m_refused;
+    std::set<std::wstring> m_unreadable;
+    std::optional<std::size_t> m_room;
     std::wstring m_currentFolder;
 };
 

@@ -17,7 +17,8 @@ void Append(State& state, const std::wstring& kind, const std::vector<std::wstri
 
 Platform MemoryPlatform::Ports()
 {
-    return {registry, files, shell, folders, messages, modules, environment, accounts, clock, help};
+    return {registry,    files,    shell, folders, messages, modules,
+            environment, accounts, clock, help,    codePage, clipboard};
 }
 
 State MemoryPlatform::CurrentState() const

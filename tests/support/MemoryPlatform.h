@@ -4,6 +4,7 @@
 #include "platform/Platform.h"
 #include "settings/InstallationSettings.h"
 #include "support/MemoryAccounts.h"
+#include "support/MemoryClipboard.h"
 #include "support/MemoryEnvironment.h"
 #include "support/MemoryFileSystem.h"
 #include "support/MemoryHelpViewer.h"
@@ -13,6 +14,7 @@
 #include "support/ScriptedFolderChooser.h"
 #include "support/ScriptedMessageBoxes.h"
 #include "support/StillClock.h"
+#include "support/Utf8CodePage.h"
 
 #include <string>
 #include <vector>
@@ -34,6 +36,8 @@ struct MemoryPlatform
     MemoryAccounts accounts;
     StillClock clock;
     MemoryHelpViewer help;
+    Utf8CodePage codePage;
+    MemoryClipboard clipboard;
 
     [[nodiscard]] Platform Ports();
     [[nodiscard]] State CurrentState() const;

@@ -19,8 +19,8 @@ inline void InstallShortcuts(MemoryPlatform& memory)
     memory.registry.SetText(Hive::LocalMachine, ShellFoldersKey, L"Common Desktop", L"D:\\Desktop");
     memory.registry.SetText(Hive::LocalMachine, ShellFoldersKey, L"Common Programs", L"D:\\Programs");
     for (const std::wstring folder : {DesktopFolder, ProgramsFolder}) {
-        memory.files.AddFile(folder + L"Site Keeper.lnk", L"old");
-        memory.files.AddFile(folder + L"Norm Keeper.lnk", L"old");
+        memory.files.AddFile(folder + L"Site Keeper.lnk", "old");
+        memory.files.AddFile(folder + L"Norm Keeper.lnk", "old");
     }
 }
 

@@ -101,7 +101,7 @@ TEST_F(Applying, GoesOnWithoutTheComponentRuntime)
 {
     memory.shell.RefuseComponents();
     EXPECT_EQ(Apply(), ApplyResult::Applied);
-    EXPECT_EQ(memory.files.ReadText(std::wstring(DesktopFolder) + L"Site Keeper.lnk"), L"old");
+    EXPECT_EQ(memory.files.ContentOf(std::wstring(DesktopFolder) + L"Site Keeper.lnk"), "old");
     EXPECT_EQ(memory.shell.ComponentDepth(), 0);
     EXPECT_EQ(StoredDate(), L"2024-05-06 07:08:09");
 }
@@ -156,7 +156,7 @@ TEST_F(Applying, UsesTheUsersDesktopWhereNoneIsShared)
     memory.files.AddFile(L"D:\\Own\\ORIVEL LX Plus 2023\\Site Keeper.lnk");
     EXPECT_EQ(Apply(), ApplyResult::Applied);
     EXPECT_TRUE(memory.files.ReadShortcut(L"D:\\Own\\ORIVEL LX Plus 2023\\Site Keeper.lnk"));
-    EXPECT_EQ(memory.files.ReadText(std::wstring(DesktopFolder) + L"Site Keeper.lnk"), L"old");
+    EXPECT_EQ(memory.files.ContentOf(std::wstring(DesktopFolder) + L"Site Keeper.lnk"), "old");
 }
 
 TEST_F(Applying, RaisesForADateWithoutAMomentBeforeTheSchedule)

@@ -93,7 +93,7 @@ TEST_F(DialogsLibrary, ThatCannotBeLoadedIsReportedByItsPath)
 {
     NameFirstPlace();
     NameSecondPlace();
-    memory.files.AddFile(SecondPlace, L"no library");
+    memory.files.AddFile(SecondPlace, "no library");
     ExpectComplaint(L"Couldn't load dll file: \nD:\\Common\\ORIVEL\\ORSWDialogsOEM64.dll\n\n"
                     L"Please check software installation.");
 }
@@ -102,7 +102,7 @@ TEST_F(DialogsLibrary, ThatCannotBeLoadedIsNotTriedInTheOtherPlace)
 {
     NameFirstPlace();
     NameSecondPlace();
-    memory.files.AddFile(FirstPlace, L"no library");
+    memory.files.AddFile(FirstPlace, "no library");
     Install(SecondPlace);
     ExpectComplaint(L"Couldn't load dll file: \nC:\\Program Files\\Common Files\\ORIVEL\\ORSWDialogsOEM64.dll\n\n"
                     L"Please check software installation.");

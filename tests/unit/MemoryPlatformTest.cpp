@@ -85,11 +85,11 @@ TEST(MemoryFileSystemTest, RefusesWhatItIsToldTo)
 TEST(MemoryFileSystemTest, KeepsTheFirstSpelling)
 {
     MemoryFileSystem files;
-    files.AddFile(L"D:\\Folder\\File.lnk", L"text");
+    files.AddFile(L"D:\\Folder\\File.lnk", "text");
     EXPECT_TRUE(files.WriteShortcut(L"d:\\folder\\FILE.LNK", {L"t", L"a", L"w", L"i", 1}));
     EXPECT_EQ(files.Listing(),
               (State{L"C:\\", L"D:\\", L"D:\\Folder\\", L"D:\\Folder\\File.lnk -> t | a | w | i | 1"}));
-    EXPECT_EQ(files.ReadText(L"D:\\Folder\\File.lnk"), std::nullopt);
+    EXPECT_EQ(files.ContentOf(L"D:\\Folder\\File.lnk"), std::nullopt);
     files.Remove(L"D:\\Folder\\file.lnk");
     EXPECT_FALSE(files.Exists(L"D:\\Folder\\File.lnk"));
 }

@@ -75,10 +75,10 @@ TEST_F(ShortcutRenewal, GoesThroughAllRowsInOrder)
 {
     State expected;
     for (const auto& row : Rows) {
-        memory.files.AddFile(std::wstring(L"D:\\S\\") + row.name + L".lnk", L"whatever it held");
+        memory.files.AddFile(std::wstring(L"D:\\S\\") + row.name + L".lnk", "whatever it held");
         expected.push_back(std::wstring(L"D:\\S\\") + row.name + L".lnk");
     }
-    memory.files.AddFile(L"D:\\S\\Other.lnk", L"somebody else's");
+    memory.files.AddFile(L"D:\\S\\Other.lnk", "somebody else's");
     Renew(L"N:\\Suite\\");
     EXPECT_EQ(memory.shell.Saved(), expected);
     for (const auto& row : Rows) {
@@ -86,7 +86,7 @@ TEST_F(ShortcutRenewal, GoesThroughAllRowsInOrder)
         ASSERT_TRUE(shortcut) << row.name;
         EXPECT_EQ(shortcut->target, std::wstring(L"N:\\Suite\\Applications\\") + row.program);
     }
-    EXPECT_EQ(memory.files.ReadText(L"D:\\S\\Other.lnk"), L"somebody else's");
+    EXPECT_EQ(memory.files.ContentOf(L"D:\\S\\Other.lnk"), "somebody else's");
 }
 
 TEST_F(ShortcutRenewal, FollowsTheApplicationFolder)
@@ -114,11 +114,11 @@ TEST_F(ShortcutRenewal, JoinsTheApplicationFolderAsItStands)
 
 TEST_F(ShortcutRenewal, LeavesAFileThatCannotBeWrittenAndGoesOn)
 {
-    memory.files.AddFile(L"D:\\S\\Ledger Composer.lnk", L"old");
+    memory.files.AddFile(L"D:\\S\\Ledger Composer.lnk", "old");
     memory.files.AddFile(L"D:\\S\\Norm Keeper.lnk");
     memory.files.RefuseWriting(L"D:\\S\\Ledger Composer.lnk");
     Renew(L"N:\\Suite\\");
-    EXPECT_EQ(memory.files.ReadText(L"D:\\S\\Ledger Composer.lnk"), L"old");
+    EXPECT_EQ(memory.files.ContentOf(L"D:\\S\\Ledger Composer.lnk"), "old");
     EXPECT_TRUE(memory.files.ReadShortcut(L"D:\\S\\Norm Keeper.lnk"));
 }
 

@@ -1,5 +1,6 @@
 #include "shortcuts/ShortcutFiles.h"
 
+#include "support/FoldersOnly.h"
 #include "support/MemoryPlatform.h"
 #include "support/Printing.h"
 
@@ -9,7 +10,7 @@ namespace sitekeeper {
 namespace {
 
 /// A file system that only remembers which folders were asked for.
-class FolderRequests final : public FileSystem
+class FolderRequests final : public FoldersOnly
 {
 public:
     [[nodiscard]] bool Exists(const std::wstring& path) const override { return path.empty(); }
@@ -89,7 +90,7 @@ TEST(CreateFolderPath, MakesWhatIsMissing)
 TEST(CreateFolderPath, PassesOverWhatCannotBeMade)
 {
     MemoryFileSystem files;
-    files.AddFile(L"C:\\A", L"a file in the way");
+    files.AddFile(L"C:\\A", "a file in the way");
     CreateFolderPath(files, L"C:\\A\\B\\x.lnk");
     CreateFolderPath(files, L"Q:\\A\\B\\x.lnk");
     EXPECT_EQ(files.Listing(), (State{L"C:\\", L"C:\\A = \"a file in the way\""}));
@@ -147,19 +148,19 @@ TEST_F(ShortcutWriting, FailsWhereTheFullPathIsTooLong)
     const std::wstring folder = L"N:\\" + std::wstring(245, L'x');
     ASSERT_EQ((folder + L"\\T12345.exe").size(), 259U);
     EXPECT_EQ(Create(folder, L"T12345.exe"), ResultCode::Ok);
-    memory.files.AddFile(Path, L"old");
+    memory.files.AddFile(Path, "old");
     EXPECT_EQ(Create(folder, L"T123456.exe"), ResultCode::Fail);
-    EXPECT_EQ(memory.files.ReadText(Path), L"old");
+    EXPECT_EQ(memory.files.ContentOf(Path), "old");
 }
 
 TEST_F(ShortcutWriting, GivesTheShellsCode)
 {
-    memory.files.AddFile(Path, L"old");
+    memory.files.AddFile(Path, "old");
     memory.files.RefuseWriting(Path);
     EXPECT_EQ(Create(L"N:\\A", L"Tool64.exe"), AccessDenied);
     memory.shell.LeaveComponents();
     EXPECT_EQ(Create(L"N:\\A", L"Tool64.exe"), ComponentsNotEntered);
-    EXPECT_EQ(memory.files.ReadText(Path), L"old");
+    EXPECT_EQ(memory.files.ContentOf(Path), "old");
 }
 
 } // namespace

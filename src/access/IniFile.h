@@ -1,0 +1,127 @@
+// The program's own reader and writer of sectioned text files with lines of the form "key = value".
+#pragma once
+
+#include "access/EntryIndex.h"
+#include "access/TextPool.h"
+#include "access/TextReader.h"
+#include "platform/CodePage.h"
+#include "platform/FileSystem.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+namespace sitekeeper {
+
+/// Holds a whole file in memory as a flat list of entries: section, key, value. Lookups and edits act in one current
+/// section. The file is written, sorted, when something changed. A section exists as long as an entry names it.
+/// Names are compared with regard to case. Lines that are neither header nor entry are gone after a save.
+/// A lookup or an edit costs the same however many entries there are; what the operations mean is a walk from the
+/// first entry on.
+class CIniFile
+{
+public:
+    // Results of reading and writing, the same for all programs of the suite.
+    static constexpr int Success = 0;
+    static constexpr int CannotOpen = 2;
+    static constexpr int CannotCreate = 3;
+
+    /// An empty store for the file named after the program. Keeps the references; they must outlive it.
+    CIniFile(FileSystem& files, const CodePage& codePage, std::wstring_view programPath);
+    CIniFile(const CIniFile&) = delete;
+    CIniFile& operator=(const CIniFile&) = delete;
+
+    /// Saves what changed, silently: a failed save is not reported.
+    ~CIniFile();
+
+    /// `programPath` without the ".", "e" and "x" characters at its end, whatever they belong to, and with ".ini".
+    [[nodiscard]] static std::wstring DefaultFileName(std::wstring_view programPath);
+
+    /// Takes the file's name and loads it.
+    int Open(const std::wstring& path);
+
+    /// Loads the file in place of all entries. CannotOpen when it cannot be opened or read to its end; the entries are
+    /// then as they were.
+    int LoadFile();
+
+    /// Takes the entries of an open file in place of all others; nothing is to be saved afterwards. Success.
+    int Load(TextReader& file);
+
+    /// Removes all entries.
+    void Clear();
+
+    /// Adds the entries of an open file, section by section, from the current section on; the last header becomes the
+    /// current section. Whether there is anything to save is as before. Success.
+    int Parse(TextReader& file);
+
+    /// Writes the file where something is to be saved, or else when `isForced`, and sorts the entries. CannotCreate
+    /// when it cannot be written, or a character has no place in the code page; file and entries are then as they were.
+    int Save(bool isForced);
+
+    /// The current section from now on: `name` without the characters "[", "]", line feed, blank and tab at its ends.
+    void SetSection(std::wstring_view name);
+
+    /// The value of a key in the current section, `defaultValue` where it has none. Keys lose the characters "[", "]",
+    /// line feed and tab at their ends, but not blanks, here and in all operations below.
+    void GetValue(std::wstring_view key, std::wstring& value, std::wstring_view defaultValue) const;
+
+    /// Sets a key in the current section. An unchanged value changes nothing; so an empty value is never added.
+    void SetValue(std::wstring_view key, std::wstring_view value);
+
+    /// Sets a key to the number in decimal: 1 for true.
+    void SetBoolValue(std::wstring_view key, std::uint8_t value);
+
+    /// Sets the keys to the values, as far as there are both.
+    void SetValues(const std::vector<std::wstring>& keys, const std::vector<std::wstring>& values);
+
+    /// Keys and values of the current section, in the order of the entries, in place of what the arrays held.
+    void GetSectionEntries(std::vector<std::wstring>& keys, std::vector<std::wstring>& values) const;
+
+    /// Removes all entries of the section that has exactly this name.
+    void DeleteSection(std::wstring_view name);
+
+    /// Orders the entries by section, within a section by key, comparing by character code.
+    void Sort();
+
+    /// Exchanges two entries. Raises PlatformError (InvalidArgument) for a position behind the last.
+    void SwapEntries(std::size_t a, std::size_t b);
+
+private:
+    using TextArray = std::vector<std::wstring_view>;
+
+    [[nodiscard]] std::uint32_t FindEntry(std::wstring_view strippedKey) const;
+    [[nodiscard]] std::uint32_t FindIgnoringCase(std::wstring_view strippedKey) const;
+    [[nodiscard]] std::uint32_t HashOfEntry(std::uint32_t number) const;
+    void AddEntry(std::wstring_view strippedKey, std::wstring_view value);
+    void ParseLine(std::wstring_view line);
+    void RebuildIndex();
+    [[nodiscard]] bool EncodeInOrder(const std::vector<std::uint32_t>& order, std::string& bytes) const;
+    void Reorder(const std::vector<std::uint32_t>& order);
+
+    std::uint8_t m_bAutoSave = 1;
+    std::uint8_t m_bCaseSensitive = 1;
+    std::uint8_t m_bDirty = 0;
+    std::wstring m_strSeparator = L" = ";
+    std::wstring m_strFileName;
+    /// Entry i is the section, key and value at i; the three are of one length. The characters are in the pool.
+    TextArray m_aSections;
+    TextArray m_aKeys;
+    TextArray m_aValues;
+    std::wstring m_strSection;
+
+    // What makes the above quick: each section name stands once in the pool, so that its place there tells sections
+    // apart, and the index finds entries by section and key.
+    FileSystem& m_files;
+    const CodePage& m_codePage;
+    TextPool m_texts;
+    std::unordered_set<std::wstring_view> m_sectionNames;
+    /// The current section's name in the pool; nothing while no entry was ever added to it.
+    std::wstring_view m_currentName;
+    bool m_isCurrentNamed = false;
+    EntryIndex m_index;
+};
+
+} // namespace sitekeeper
