@@ -28,6 +28,11 @@ ccache                      makes repeated builds quick
 libgtest-dev                unit tests
 libgmock-dev                unit tests
 libbenchmark-dev            benchmarks, compiled by the native builds
+pkg-config                  finds the libraries that the store is measured beside
+libsimpleini-dev            the store is measured beside it
+libinih-dev                 the store is measured beside it
+libglib2.0-dev              the store is measured beside its key files
+libboost-dev                the store is measured beside its property trees
 xdotool                     mouse and keys in the end-to-end tests
 liblnk-utils                reads shortcuts in the end-to-end tests
 python3                     counts the results

@@ -119,7 +119,7 @@ tier_fuzz() {
 tier_mingw-debug() {
     local display=${DISPLAY:-}
     unset DISPLAY
-    wine_tier -L '^(contract|ui)$'
+    wine_tier -L '^(contract|kill|ui)$'
     end_jobs
     if [[ -n $display ]]; then
         export DISPLAY=$display

@@ -1,6 +1,8 @@
 #include "access/EntryIndex.h"
 
-#include <bit>
+#include "text/Utf16.h"
+
+#include <algorithm>
 #include <chrono>
 #include <cstring>
 #include <utility>
@@ -13,7 +15,6 @@ constexpr std::size_t SmallestTable = 16;
 // Odd numbers without a pattern (digits of pi), for mixing.
 constexpr std::uint64_t First = 0x243F'6A88'85A3'08D3U;
 constexpr std::uint64_t Second = 0x1319'8A2E'0370'7345U;
-constexpr std::uint64_t Third = 0xA409'3822'299F'31D1U;
 
 /// Both halves of a product, so that each bit of either factor reaches the result.
 std::uint64_t Mixed(std::uint64_t left, std::uint64_t right) noexcept
@@ -23,18 +24,18 @@ std::uint64_t Mixed(std::uint64_t left, std::uint64_t right) noexcept
     return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64U);
 }
 
-std::uint64_t WordAt(const char* bytes, std::size_t size) noexcept
+template <typename Word>
+std::uint64_t WordAt(const char* bytes) noexcept
 {
-    std::uint64_t word = 0;
-    std::memcpy(&word, bytes, size);
+    Word word = 0;
+    std::memcpy(&word, bytes, sizeof(word));
     return word;
 }
 
-/// How many slots `count` entries need: at most two thirds are ever taken.
-std::size_t SlotsFor(std::size_t count) noexcept
+/// How many entries so many slots are for: two thirds, so that a look goes past few of them.
+std::size_t RoomIn(std::size_t slots) noexcept
 {
-    const std::size_t needed = std::bit_ceil(count + count / 2 + 1);
-    return needed < SmallestTable ? SmallestTable : needed;
+    return slots / 3 * 2;
 }
 
 } // namespace
@@ -46,24 +47,27 @@ EntryIndex::EntryIndex() noexcept
 
 std::uint32_t EntryIndex::HashOf(std::uintptr_t section, std::wstring_view key) const noexcept
 {
-    const char* bytes = reinterpret_cast<const char*>(key.data());
-    std::size_t size = key.size() * sizeof(wchar_t);
-    std::uint64_t hash = m_seed ^ Mixed(section ^ First, size ^ Second);
-    for (; size > 16; size -= 16, bytes += 16) {
-        hash = Mixed(WordAt(bytes, 8) ^ Third, WordAt(bytes + 8, 8) ^ hash);
+    const char* const bytes = reinterpret_cast<const char*>(key.data());
+    const std::size_t size = key.size() * sizeof(wchar_t);
+    // Each step takes the seed in twice. A fixed number in its place would be a factor that a key can bring to zero.
+    std::uint64_t hash = Mixed(section ^ First, size ^ m_seed);
+    const auto mix = [&hash, this](std::uint64_t left, std::uint64_t right) {
+        hash = Mixed(left ^ m_seed, right ^ hash);
+    };
+    // The last step may look again at what the one before has seen, so that no step has an odd size.
+    if (size >= 16) {
+        for (std::size_t place = 0; place + 16 < size; place += 16) {
+            mix(WordAt<std::uint64_t>(bytes + place), WordAt<std::uint64_t>(bytes + place + 8));
+        }
+        mix(WordAt<std::uint64_t>(bytes + size - 16), WordAt<std::uint64_t>(bytes + size - 8));
+    } else if (size >= 8) {
+        mix(WordAt<std::uint64_t>(bytes), WordAt<std::uint64_t>(bytes + size - 8));
+    } else if (size >= 4) {
+        mix(WordAt<std::uint32_t>(bytes), WordAt<std::uint32_t>(bytes + size - 4));
+    } else if (size > 0) {
+        mix(CodeUnit(key.front()), 0);
     }
-    const std::size_t head = size < 8 ? size : 8;
-    hash = Mixed(WordAt(bytes, head) ^ Second, WordAt(bytes + head, size - head) ^ hash);
     return static_cast<std::uint32_t>(hash ^ (hash >> 32U));
-}
-
-void EntryIndex::Add(std::uint32_t hash, std::uint32_t number)
-{
-    if (SlotsFor(m_count + 1) > m_slots.size()) {
-        Grow();
-    }
-    Put({hash, number});
-    ++m_count;
 }
 
 void EntryIndex::Renumber(std::uint32_t hash, std::uint32_t from, std::uint32_t to) noexcept
@@ -77,30 +81,41 @@ void EntryIndex::Renumber(std::uint32_t hash, std::uint32_t from, std::uint32_t 
     }
 }
 
-void EntryIndex::Reset(std::size_t count)
+void EntryIndex::RenumberAll(const std::vector<std::uint32_t>& numbers)
 {
-    m_slots.assign(count == 0 ? 0 : SlotsFor(count), Slot());
+    const std::vector<Slot> old = std::exchange(m_slots, std::vector<Slot>(m_slots.size()));
     m_count = 0;
+    for (const Slot& slot : old) {
+        if (slot.number != None && numbers[slot.number] != None) {
+            Put({slot.hash, numbers[slot.number]});
+            ++m_count;
+        }
+    }
 }
 
-void EntryIndex::Grow()
+void EntryIndex::Clear() noexcept
 {
-    const std::vector<Slot> old = std::exchange(m_slots, std::vector<Slot>(SlotsFor(m_slots.size())));
+    m_slots = {};
+    m_count = 0;
+    m_room = 0;
+}
+
+void EntryIndex::Reserve(std::size_t count)
+{
+    if (count <= m_room) {
+        return;
+    }
+    std::size_t size = std::max(m_slots.size(), SmallestTable);
+    while (RoomIn(size) < count) {
+        size *= 2;
+    }
+    const std::vector<Slot> old = std::exchange(m_slots, std::vector<Slot>(size));
+    m_room = RoomIn(size);
     for (const Slot& slot : old) {
         if (slot.number != None) {
             Put(slot);
         }
     }
-}
-
-void EntryIndex::Put(Slot slot) noexcept
-{
-    const std::size_t mask = m_slots.size() - 1;
-    std::size_t place = slot.hash & mask;
-    while (m_slots[place].number != None) {
-        place = (place + 1) & mask;
-    }
-    m_slots[place] = slot;
 }
 
 } // namespace sitekeeper

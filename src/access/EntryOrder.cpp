@@ -3,6 +3,7 @@
 #include "text/Utf16.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <iterator>
 #include <numeric>
@@ -21,19 +22,22 @@ struct Item
     std::uint32_t number = 0;
 };
 
-/// What the keys of some entries have in common.
-struct Likeness
+/// How some keys become numbers that compare like them, from the first character on in which they differ.
+struct Packing
 {
-    /// How many characters all of them begin with.
+    /// How many characters all of them begin with, and how many follow in one number.
     std::size_t common = 0;
+    std::size_t count = 1;
     std::size_t longest = 0;
-    /// How many bits the widest character takes: 8, 16 or 32.
-    unsigned bits = 8;
+    /// Each character is one digit, the greater the later it comes in the alphabet; zero stands behind a key's end.
+    std::uint64_t base = 1;
+    /// The digits where no character is above 255: then only those that occur are counted, and more of them fit in.
+    std::array<std::uint8_t, 256> digits{};
+    bool isNarrow = true;
 };
 
 /// Below this size comparing whole keys is quicker than looking for what they have in common.
 constexpr std::size_t SmallGroup = 24;
-constexpr unsigned PrefixBits = 64;
 
 bool IsAscending(const Texts& sections, const Texts& keys)
 {
@@ -47,67 +51,76 @@ bool IsAscending(const Texts& sections, const Texts& keys)
     return true;
 }
 
-Likeness LikenessOf(std::span<const Item> items, const Texts& keys)
+Packing PackingFor(std::span<const Item> items, const Texts& keys)
 {
+    constexpr std::uint32_t LastNarrow = 254; // 255 digits and the zero are what a byte can tell apart
     const std::wstring_view first = keys[items.front().number];
-    Likeness likeness{first.size(), 0, 8};
-    std::uint32_t all = 0;
+    Packing packing{.common = first.size()};
+    std::uint32_t greatest = 0;
     for (const Item& item : items) {
         const std::wstring_view key = keys[item.number];
         const auto shared =
-            std::mismatch(first.begin(), first.begin() + std::min(likeness.common, key.size()), key.begin());
-        likeness.common = static_cast<std::size_t>(shared.first - first.begin());
-        likeness.longest = std::max(likeness.longest, key.size());
+            std::mismatch(first.begin(), first.begin() + std::min(packing.common, key.size()), key.begin());
+        packing.common = static_cast<std::size_t>(shared.first - first.begin());
+        packing.longest = std::max(packing.longest, key.size());
         for (const wchar_t character : key) {
-            all |= CodeUnit(character);
+            const std::uint32_t unit = CodeUnit(character);
+            greatest = std::max(greatest, unit);
+            packing.digits[unit % packing.digits.size()] = 1;
         }
     }
-    if (all > 0xFF) {
-        likeness.bits = all > 0xFFFF ? 32 : 16;
+    packing.isNarrow = greatest <= LastNarrow;
+    packing.base = std::uint64_t{greatest} + 2;
+    if (packing.isNarrow) {
+        packing.base = 1;
+        for (std::uint8_t& digit : packing.digits) {
+            digit = digit == 0 ? std::uint8_t{0} : static_cast<std::uint8_t>(packing.base++);
+        }
+        packing.base = std::max<std::uint64_t>(packing.base, 2); // also where all keys are empty
     }
-    return likeness;
+    for (std::uint64_t power = packing.base; power <= ~std::uint64_t{0} / packing.base; power *= packing.base) {
+        ++packing.count;
+    }
+    return packing;
 }
 
-std::uint64_t PrefixOf(std::wstring_view key, std::size_t from, unsigned bits)
+std::uint64_t PrefixOf(std::wstring_view key, const Packing& packing)
 {
-    const std::size_t count = PrefixBits / bits;
     std::uint64_t prefix = 0;
-    for (std::size_t place = from; place < from + count; ++place) {
-        prefix = (prefix << bits) | (place < key.size() ? CodeUnit(key[place]) : 0U);
+    for (std::size_t place = packing.common; place < packing.common + packing.count; ++place) {
+        prefix *= packing.base;
+        if (place < key.size()) {
+            const std::uint32_t unit = CodeUnit(key[place]);
+            prefix += packing.isNarrow ? packing.digits[unit] : std::uint64_t{unit} + 1;
+        }
     }
     return prefix;
 }
 
-void SortByKey(std::span<Item> items, const Texts& keys);
-
-/// Entries whose keys agree as far as `depth`; behind their end they count as zeros, which only whole keys tell apart.
-void SortAlike(std::span<Item> items, const Texts& keys, std::size_t depth, std::size_t longest)
-{
-    if (items.size() > SmallGroup && longest > depth) {
-        SortByKey(items, keys);
-        return;
-    }
-    std::sort(items.begin(), items.end(),
-              [&keys](const Item& left, const Item& right) { return keys[left.number] < keys[right.number]; });
-}
-
 void SortByKey(std::span<Item> items, const Texts& keys)
 {
-    if (items.size() < 2) {
+    if (items.size() <= SmallGroup) {
+        std::sort(items.begin(), items.end(), [&keys](const Item& left, const Item& right) {
+            const int order = keys[left.number].compare(keys[right.number]);
+            return order != 0 ? order < 0 : left.number < right.number;
+        });
         return;
     }
-    const Likeness likeness = LikenessOf(items, keys);
+    const Packing packing = PackingFor(items, keys);
     for (Item& item : items) {
-        item.prefix = PrefixOf(keys[item.number], likeness.common, likeness.bits);
+        item.prefix = PrefixOf(keys[item.number], packing);
     }
-    std::sort(items.begin(), items.end(),
-              [](const Item& left, const Item& right) { return left.prefix < right.prefix; });
-    const std::size_t depth = likeness.common + PrefixBits / likeness.bits;
+    std::sort(items.begin(), items.end(), [](const Item& left, const Item& right) {
+        return left.prefix != right.prefix ? left.prefix < right.prefix : left.number < right.number;
+    });
+    if (packing.longest <= packing.common + packing.count) {
+        return; // the numbers told all there is
+    }
     for (auto begin = items.begin(); begin != items.end();) {
         const auto end = std::find_if(begin, items.end(),
                                       [prefix = begin->prefix](const Item& item) { return item.prefix != prefix; });
         if (end - begin > 1) {
-            SortAlike({begin, end}, keys, depth, likeness.longest);
+            SortByKey({begin, end}, keys);
         }
         begin = end;
     }

@@ -1,50 +1,57 @@
 #include "access/IniFile.h"
 
 #include "access/EntryOrder.h"
-#include "access/PlainText.h"
-#include "access/SafeSave.h"
 #include "platform/PlatformError.h"
 #include "text/Text.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
 #include <utility>
 
 namespace sitekeeper {
 namespace {
 
-constexpr std::wstring_view AroundSections = L"[]\n \t";
-constexpr std::wstring_view AroundKeys = L"[]\n\t"; // without the blank, deliberately
+constexpr auto IsAroundKeys = [](wchar_t character) noexcept { // the blank is none of them, deliberately
+    return character == L'[' || character == L']' || character == L'\n' || character == L'\t';
+};
+constexpr auto IsAroundSections = [](wchar_t character) noexcept {
+    return character == L' ' || IsAroundKeys(character);
+};
 
 /// The length of the separator that files have had from the start. Values begin this far behind the place where the
 /// separator was found, whatever separator that was. Deliberate.
 constexpr std::size_t SeparatorLength = 3;
 
-/// A line end as all builds write it. Readers take a lone "\n" too.
-constexpr std::string_view LineEnd = "\r\n";
+constexpr std::size_t SmallestRoom = 16;
 
-std::wstring_view Stripped(std::wstring_view text, std::wstring_view characters)
+template <typename IsAround>
+std::wstring_view Stripped(std::wstring_view text, IsAround isAround) noexcept
 {
-    const std::size_t first = std::min(text.find_first_not_of(characters), text.size());
-    text.remove_prefix(first);
-    text.remove_suffix(text.size() - (text.find_last_not_of(characters) + 1));
+    while (!text.empty() && isAround(text.front())) {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && isAround(text.back())) {
+        text.remove_suffix(1);
+    }
     return text;
 }
 
-bool AppendEncoded(const CodePage& codePage, std::wstring_view text, std::string& bytes)
+/// The same for entries of one section, and for them alone.
+std::uintptr_t SectionId(std::wstring_view keptName) noexcept
 {
-    const std::size_t old = bytes.size();
-    bytes.resize(old + text.size());
-    if (NarrowPlainText(text, bytes.data() + old)) {
-        return true;
-    }
-    bytes.resize(old);
-    return codePage.Encode(text, bytes);
+    return reinterpret_cast<std::uintptr_t>(keptName.data());
 }
 
-void AppendLineEnd(std::string& bytes)
+std::vector<std::wstring_view> InOrder(const std::vector<std::wstring_view>& texts,
+                                       const std::vector<std::uint32_t>& order)
 {
-    bytes.append(LineEnd);
+    std::vector<std::wstring_view> ordered;
+    ordered.reserve(order.size());
+    for (const std::uint32_t number : order) {
+        ordered.push_back(texts[number]);
+    }
+    return ordered;
 }
 
 } // namespace
@@ -55,13 +62,14 @@ CIniFile::CIniFile(FileSystem& files, const CodePage& codePage, std::wstring_vie
 
 CIniFile::~CIniFile()
 {
-    if (m_bAutoSave == 0) {
+    if (m_bAutoSave == 0 || m_bDirty == 0) {
         return;
     }
     try {
-        Save(false);
-    } catch (
-        ...) { // NOLINT(bugprone-empty-catch): without memory nothing can be saved, and nobody is told of a failed save
+        // As Save does, but nobody sees the entries in order any more.
+        WriteInOrder(AscendingOrder(m_aSections, m_aKeys));
+        // Without memory nothing can be saved, and nobody is told of a failed save.
+    } catch (...) { // NOLINT(bugprone-empty-catch)
     }
 }
 
@@ -103,7 +111,7 @@ void CIniFile::Clear()
     m_aSections.clear();
     m_aKeys.clear();
     m_aValues.clear();
-    m_index.Reset(0);
+    m_index.Clear();
     m_sectionNames.clear();
     m_isCurrentNamed = false;
     m_texts.Clear();
@@ -112,10 +120,15 @@ void CIniFile::Clear()
 int CIniFile::Parse(TextReader& file)
 {
     const std::uint8_t wasDirty = m_bDirty;
+    Reserve(m_aKeys.size() + file.LikelyEntries());
     std::wstring_view line;
     while (file.ReadLine(line)) {
         ParseLine(line);
+        if (m_aKeys.size() - m_index.Count() == BatchSize) {
+            IndexNewEntries();
+        }
     }
+    IndexNewEntries();
     m_bDirty = wasDirty;
     return Success;
 }
@@ -130,64 +143,52 @@ void CIniFile::ParseLine(std::wstring_view line)
         return;
     }
     const std::size_t place = line.find(m_strSeparator);
-    if (place != std::wstring_view::npos) {
-        SetValue(line.substr(0, place), line.substr(std::min(place + SeparatorLength, line.size())));
+    if (place == std::wstring_view::npos) {
+        return;
+    }
+    const std::wstring_view key = line.substr(0, place);
+    const std::wstring_view value = line.substr(std::min(place + SeparatorLength, line.size()));
+    if (m_bCaseSensitive != 0) {
+        NameCurrentSection();
+        AppendEntry(Stripped(key, IsAroundKeys), value);
+    } else {
+        SetValue(key, value);
     }
 }
 
-int CIniFile::Save(bool isForced)
+void CIniFile::IndexNewEntries()
 {
-    if (m_bDirty == 0 && !isForced) {
-        return Success;
+    const std::size_t first = m_index.Count();
+    std::array<std::uint32_t, BatchSize> hashes{};
+    for (std::size_t number = first; number < m_aKeys.size(); ++number) {
+        hashes[number - first] = m_index.HashOf(SectionId(m_aSections[number]), m_aKeys[number]);
+        m_index.Prefetch(hashes[number - first]);
     }
-    // The content is laid out before the file is touched and the entries are put in order after it is written: a failed
-    // save changes neither.
-    const std::vector<std::uint32_t> order = AscendingOrder(m_aSections, m_aKeys);
-    {
-        std::string bytes;
-        if (!EncodeInOrder(order, bytes) || !SaveContent(m_files, m_strFileName, bytes)) {
-            return CannotCreate;
-        }
-    }
-    m_bDirty = 0;
-    Reorder(order);
-    return Success;
-}
-
-bool CIniFile::EncodeInOrder(const std::vector<std::uint32_t>& order, std::string& bytes) const
-{
-    std::size_t characters = 0;
-    for (std::size_t number = 0; number < m_aKeys.size(); ++number) {
-        characters += m_aKeys[number].size() + m_strSeparator.size() + m_aValues[number].size() + LineEnd.size();
-    }
-    bytes.reserve(characters);
-    std::wstring_view previous;
-    for (const std::uint32_t number : order) {
-        const std::wstring_view section = m_aSections[number];
-        if (section.data() != previous.data()) {
-            if (!previous.empty()) {
-                AppendLineEnd(bytes);
+    // The same as setting each value in turn, with entries in place of arguments.
+    std::size_t kept = first;
+    for (std::size_t number = first; number < m_aKeys.size(); ++number) {
+        const std::uint32_t hash = hashes[number - first];
+        const std::uint32_t found = FindEntry(hash, m_aSections[number], m_aKeys[number]);
+        if (found != EntryIndex::None) {
+            m_aValues[found] = m_aValues[number];
+        } else if (!m_aValues[number].empty()) {
+            m_index.Add(hash, static_cast<std::uint32_t>(kept));
+            if (kept != number) {
+                m_aSections[kept] = m_aSections[number];
+                m_aKeys[kept] = m_aKeys[number];
+                m_aValues[kept] = m_aValues[number];
             }
-            bytes += '[';
-            if (!AppendEncoded(m_codePage, section, bytes)) {
-                return false;
-            }
-            bytes += ']';
-            AppendLineEnd(bytes);
-            previous = section;
+            ++kept;
         }
-        if (!AppendEncoded(m_codePage, m_aKeys[number], bytes) || !AppendEncoded(m_codePage, m_strSeparator, bytes) ||
-            !AppendEncoded(m_codePage, m_aValues[number], bytes)) {
-            return false;
-        }
-        AppendLineEnd(bytes);
     }
-    return true;
+    m_aSections.resize(kept);
+    m_aKeys.resize(kept);
+    m_aValues.resize(kept);
 }
 
 void CIniFile::SetSection(std::wstring_view name)
 {
-    m_strSection = Stripped(name, AroundSections);
+    m_strSection = Stripped(name, IsAroundSections);
     const auto found = m_sectionNames.find(m_strSection);
     m_isCurrentNamed = found != m_sectionNames.end();
     m_currentName = m_isCurrentNamed ? *found : std::wstring_view();
@@ -195,22 +196,26 @@ void CIniFile::SetSection(std::wstring_view name)
 
 void CIniFile::GetValue(std::wstring_view key, std::wstring& value, std::wstring_view defaultValue) const
 {
-    const std::wstring_view stripped = Stripped(key, AroundKeys);
+    const std::wstring_view stripped = Stripped(key, IsAroundKeys);
     const std::uint32_t number = m_bCaseSensitive != 0 ? FindEntry(stripped) : FindIgnoringCase(stripped);
     value = number == EntryIndex::None ? defaultValue : m_aValues[number];
 }
 
 void CIniFile::SetValue(std::wstring_view key, std::wstring_view value)
 {
-    const std::wstring_view stripped = Stripped(key, AroundKeys);
-    const std::uint32_t number = FindEntry(stripped);
+    const std::wstring_view stripped = Stripped(key, IsAroundKeys);
+    NameCurrentSection();
+    const std::uint32_t hash = m_index.HashOf(SectionId(m_currentName), stripped);
+    const std::uint32_t number = FindEntry(hash, m_currentName, stripped);
     const std::uint32_t current = m_bCaseSensitive != 0 ? number : FindIgnoringCase(stripped);
     if (value == (current == EntryIndex::None ? std::wstring_view() : m_aValues[current])) {
         return;
     }
     m_bDirty = 1;
     if (number == EntryIndex::None) {
-        AddEntry(stripped, value);
+        m_index.Reserve(m_aKeys.size() + 1);
+        AppendEntry(stripped, value);
+        m_index.Add(hash, static_cast<std::uint32_t>(m_aKeys.size() - 1));
     } else {
         m_aValues[number] = value == m_aKeys[number] ? m_aKeys[number] : m_texts.Keep(value);
     }
@@ -223,7 +228,14 @@ void CIniFile::SetBoolValue(std::wstring_view key, std::uint8_t value)
 
 void CIniFile::SetValues(const std::vector<std::wstring>& keys, const std::vector<std::wstring>& values)
 {
-    for (std::size_t place = 0; place < std::min(keys.size(), values.size()); ++place) {
+    NameCurrentSection();
+    const std::size_t count = std::min(keys.size(), values.size());
+    for (std::size_t place = 0; place < count; ++place) {
+        if (place % BatchSize == 0) {
+            for (std::size_t ahead = place; ahead < std::min(place + BatchSize, count); ++ahead) {
+                m_index.Prefetch(m_index.HashOf(SectionId(m_currentName), Stripped(keys[ahead], IsAroundKeys)));
+            }
+        }
         SetValue(keys[place], values[place]);
     }
 }
@@ -249,23 +261,24 @@ void CIniFile::DeleteSection(std::wstring_view name)
     if (found == m_sectionNames.end()) {
         return;
     }
-    std::size_t kept = 0;
-    for (std::size_t number = 0; number < m_aKeys.size(); ++number) {
-        if (m_aSections[number].data() != found->data()) {
-            m_aSections[kept] = m_aSections[number];
-            m_aKeys[kept] = m_aKeys[number];
-            m_aValues[kept] = m_aValues[number];
-            ++kept;
-        }
+    std::vector<std::uint32_t> numbers(m_aKeys.size());
+    std::uint32_t kept = 0;
+    for (std::size_t number = 0; number < numbers.size(); ++number) {
+        numbers[number] = m_aSections[number].data() == found->data() ? EntryIndex::None : kept++;
     }
-    if (kept == m_aKeys.size()) {
+    if (kept == numbers.size()) {
         return;
     }
+    m_index.RenumberAll(numbers);
+    for (TextArray* const array : {&m_aSections, &m_aKeys, &m_aValues}) {
+        for (std::size_t number = 0; number < numbers.size(); ++number) {
+            if (numbers[number] != EntryIndex::None) {
+                (*array)[numbers[number]] = (*array)[number];
+            }
+        }
+        array->resize(kept);
+    }
     m_bDirty = 1;
-    m_aSections.resize(kept);
-    m_aKeys.resize(kept);
-    m_aValues.resize(kept);
-    RebuildIndex();
 }
 
 void CIniFile::Sort()
@@ -293,12 +306,15 @@ void CIniFile::SwapEntries(std::size_t a, std::size_t b)
 
 std::uint32_t CIniFile::FindEntry(std::wstring_view strippedKey) const
 {
-    if (!m_isCurrentNamed) {
-        return EntryIndex::None;
-    }
-    const auto section = reinterpret_cast<std::uintptr_t>(m_currentName.data());
-    return m_index.Find(m_index.HashOf(section, strippedKey), [&](std::uint32_t number) {
-        return m_aSections[number].data() == m_currentName.data() && m_aKeys[number] == strippedKey;
+    return m_isCurrentNamed
+               ? FindEntry(m_index.HashOf(SectionId(m_currentName), strippedKey), m_currentName, strippedKey)
+               : EntryIndex::None;
+}
+
+std::uint32_t CIniFile::FindEntry(std::uint32_t hash, std::wstring_view section, std::wstring_view strippedKey) const
+{
+    return m_index.Find(hash, [&](std::uint32_t number) {
+        return m_aSections[number].data() == section.data() && m_aKeys[number] == strippedKey;
     });
 }
 
@@ -314,29 +330,36 @@ std::uint32_t CIniFile::FindIgnoringCase(std::wstring_view strippedKey) const
 
 std::uint32_t CIniFile::HashOfEntry(std::uint32_t number) const
 {
-    return m_index.HashOf(reinterpret_cast<std::uintptr_t>(m_aSections[number].data()), m_aKeys[number]);
+    return m_index.HashOf(SectionId(m_aSections[number]), m_aKeys[number]);
 }
 
-void CIniFile::AddEntry(std::wstring_view strippedKey, std::wstring_view value)
+void CIniFile::NameCurrentSection()
 {
     if (!m_isCurrentNamed) {
         m_currentName = *m_sectionNames.insert(m_texts.Keep(m_strSection)).first;
         m_isCurrentNamed = true;
     }
-    const std::wstring_view key = m_texts.Keep(strippedKey);
-    const auto number = static_cast<std::uint32_t>(m_aKeys.size());
-    m_aSections.push_back(m_currentName);
-    m_aKeys.push_back(key);
-    m_aValues.push_back(value == key ? key : m_texts.Keep(value));
-    m_index.Add(HashOfEntry(number), number);
 }
 
-void CIniFile::RebuildIndex()
+void CIniFile::AppendEntry(std::wstring_view strippedKey, std::wstring_view value)
 {
-    m_index.Reset(m_aKeys.size());
-    for (std::uint32_t number = 0; number < m_aKeys.size(); ++number) {
-        m_index.Add(HashOfEntry(number), number);
+    if (m_aValues.size() == m_aValues.capacity()) {
+        Reserve(std::max(SmallestRoom, m_aValues.size() * 2));
     }
+    const std::wstring_view key = m_texts.Keep(strippedKey);
+    const std::wstring_view keptValue = value == key ? key : m_texts.Keep(value);
+    // There is room: from here on nothing fails, and the three stay of one length.
+    m_aSections.push_back(m_currentName);
+    m_aKeys.push_back(key);
+    m_aValues.push_back(keptValue);
+}
+
+void CIniFile::Reserve(std::size_t count)
+{
+    m_index.Reserve(count);
+    m_aSections.reserve(count);
+    m_aKeys.reserve(count);
+    m_aValues.reserve(count);
 }
 
 void CIniFile::Reorder(const std::vector<std::uint32_t>& order)
@@ -344,15 +367,17 @@ void CIniFile::Reorder(const std::vector<std::uint32_t>& order)
     if (std::is_sorted(order.begin(), order.end())) {
         return;
     }
-    for (TextArray* const array : {&m_aSections, &m_aKeys, &m_aValues}) {
-        TextArray ordered;
-        ordered.reserve(order.size());
-        for (const std::uint32_t number : order) {
-            ordered.push_back((*array)[number]);
-        }
-        array->swap(ordered);
+    std::vector<std::uint32_t> numbers(order.size());
+    for (std::uint32_t place = 0; place < order.size(); ++place) {
+        numbers[order[place]] = place;
     }
-    RebuildIndex();
+    TextArray sections = InOrder(m_aSections, order);
+    TextArray keys = InOrder(m_aKeys, order);
+    TextArray values = InOrder(m_aValues, order);
+    m_index.RenumberAll(numbers);
+    m_aSections.swap(sections);
+    m_aKeys.swap(keys);
+    m_aValues.swap(values);
 }
 
 } // namespace sitekeeper

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -90,14 +91,29 @@ public:
     void SwapEntries(std::size_t a, std::size_t b);
 
 private:
+    /// Tests reach through it what the program never changes: the case-insensitive mode, the separator, the saving at
+    /// the end.
+    friend struct IniFileTestAccess;
+
+    static constexpr std::size_t BatchSize = 64;
+
     using TextArray = std::vector<std::wstring_view>;
 
     [[nodiscard]] std::uint32_t FindEntry(std::wstring_view strippedKey) const;
+    [[nodiscard]] std::uint32_t FindEntry(std::uint32_t hash, std::wstring_view section,
+                                          std::wstring_view strippedKey) const;
     [[nodiscard]] std::uint32_t FindIgnoringCase(std::wstring_view strippedKey) const;
     [[nodiscard]] std::uint32_t HashOfEntry(std::uint32_t number) const;
-    void AddEntry(std::wstring_view strippedKey, std::wstring_view value);
+    void NameCurrentSection();
+    /// Adds an entry that the index does not know yet.
+    void AppendEntry(std::wstring_view strippedKey, std::wstring_view value);
+    /// Makes the entries that the index does not know, a batch at most, known to it; those that only set another one's
+    /// value do so and are gone. Looking for several at once lets their places in the index come from memory together.
+    void IndexNewEntries();
+    void Reserve(std::size_t count);
     void ParseLine(std::wstring_view line);
-    void RebuildIndex();
+    bool WriteInOrder(const std::vector<std::uint32_t>& order);
+    [[nodiscard]] bool EncodeEntries(std::span<const std::uint32_t> numbers, std::string& bytes) const;
     [[nodiscard]] bool EncodeInOrder(const std::vector<std::uint32_t>& order, std::string& bytes) const;
     void Reorder(const std::vector<std::uint32_t>& order);
 
@@ -118,7 +134,7 @@ private:
     const CodePage& m_codePage;
     TextPool m_texts;
     std::unordered_set<std::wstring_view> m_sectionNames;
-    /// The current section's name in the pool; nothing while no entry was ever added to it.
+    /// The current section's name in the pool; nothing while no value was ever set in it.
     std::wstring_view m_currentName;
     bool m_isCurrentNamed = false;
     EntryIndex m_index;

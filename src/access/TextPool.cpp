@@ -6,25 +6,10 @@ namespace sitekeeper {
 namespace {
 
 // Blocks grow with the pool, so that a small list stays small and a large one needs few of them.
-constexpr std::size_t SmallestBlock = 512;
+constexpr std::size_t SmallestBlock = 2048;
 constexpr std::size_t LargestBlock = 262'144;
 
 } // namespace
-
-std::wstring_view TextPool::Keep(std::wstring_view text)
-{
-    if (text.empty()) {
-        return {};
-    }
-    if (text.size() > m_freeSize) {
-        AddBlock(text.size());
-    }
-    wchar_t* const place = m_free;
-    std::copy(text.begin(), text.end(), place);
-    m_free += text.size();
-    m_freeSize -= text.size();
-    return {place, text.size()};
-}
 
 void TextPool::Clear() noexcept
 {

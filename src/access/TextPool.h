@@ -1,6 +1,7 @@
 // Room for many small texts that come and go together.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <string_view>
@@ -14,7 +15,20 @@ class TextPool
 {
 public:
     /// A copy of `text` that lives as long as the pool's content. An empty text takes no room.
-    [[nodiscard]] std::wstring_view Keep(std::wstring_view text);
+    [[nodiscard]] std::wstring_view Keep(std::wstring_view text)
+    {
+        if (text.empty()) {
+            return {};
+        }
+        if (text.size() > m_freeSize) {
+            AddBlock(text.size());
+        }
+        wchar_t* const place = m_free;
+        std::copy(text.begin(), text.end(), place);
+        m_free += text.size();
+        m_freeSize -= text.size();
+        return {place, text.size()};
+    }
 
     /// Gives all room back; every text that was kept is gone.
     void Clear() noexcept;

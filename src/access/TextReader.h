@@ -21,6 +21,9 @@ public:
     /// the last line end does not. False at the end. `line` is good until the next call.
     bool ReadLine(std::wstring_view& line);
 
+    /// About how many entries the rest of the file holds, for making room: a guess from its first lines.
+    [[nodiscard]] std::size_t LikelyEntries() const noexcept;
+
 private:
     std::string m_content;
     const CodePage& m_codePage;

@@ -150,6 +150,16 @@ void CDialog::EndDialog(INT_PTR result)
     ::PostMessageW(Handle(), WM_NULL, 0, 0);
 }
 
+bool CDialog::PassToOwner(WORD id)
+{
+    const HWND owner = m_owner != nullptr ? m_owner->Handle() : nullptr;
+    if (owner == nullptr) {
+        return false;
+    }
+    ::SendMessageW(owner, WM_COMMAND, id, 0);
+    return true;
+}
+
 LRESULT CDialog::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {

@@ -78,6 +78,9 @@ protected:
         return true;
     }
 
+    /// Hands a command of this dialog on to its owner, which answers it at once. False when there is no owner.
+    bool PassToOwner(WORD id);
+
     /// The window of control `id`; null when there is none.
     [[nodiscard]] HWND Item(int id) const { return ::GetDlgItem(Handle(), id); }
 

@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 #include <utility>
 
 namespace sitekeeper {
@@ -117,6 +119,10 @@ struct GdiObjectPolicy : NullHandlePolicy<Object>
 {
     static void Close(Object object) noexcept { ::DeleteObject(object); }
 };
+struct ImageListPolicy : NullHandlePolicy<HIMAGELIST>
+{
+    static void Close(HIMAGELIST images) noexcept { ::ImageList_Destroy(images); }
+};
 struct MemoryDcPolicy : NullHandlePolicy<HDC>
 {
     static void Close(HDC dc) noexcept { ::DeleteDC(dc); }
@@ -134,6 +140,7 @@ using UniqueBitmap = UniqueHandle<GdiObjectPolicy<HBITMAP>>;
 using UniqueBrush = UniqueHandle<GdiObjectPolicy<HBRUSH>>;
 using UniquePen = UniqueHandle<GdiObjectPolicy<HPEN>>;
 using UniqueFont = UniqueHandle<GdiObjectPolicy<HFONT>>;
+using UniqueImageList = UniqueHandle<ImageListPolicy>;
 using UniqueMemoryDc = UniqueHandle<MemoryDcPolicy>;
 
 /// An object selected into a device context for the life of this guard; afterwards the former one is back.

@@ -1,5 +1,7 @@
 #include "maindlg/SiteKeeperDlg.h"
 
+#include "access/AccessLists.h"
+#include "access/UserAccessDlg.h"
 #include "app/DialogsLibrary.h"
 #include "maindlg/ApplyInstallation.h"
 #include "maindlg/ProgressWindow.h"
@@ -51,6 +53,7 @@ bool CSiteKeeperDlg::OnCommand(WORD id)
         {IDC_OPEN_PROGRAM, &CSiteKeeperDlg::OnOpenProgramFolder},
         {IDC_OPEN_APPLICATION, &CSiteKeeperDlg::OnOpenApplicationFolder},
         {IDC_OPEN_DATAFILES, &CSiteKeeperDlg::OnOpenDatafilesFolder},
+        {ID_USER_ACCESS, &CSiteKeeperDlg::OnUserAccess},
         {ID_APP_HELP, &CSiteKeeperDlg::OnAppHelp},
     };
     return RunCommand(*this, Commands, id) || CDialog::OnCommand(id);
@@ -277,6 +280,13 @@ void CSiteKeeperDlg::OpenFolder(Folder folder)
 {
     UpdateData(ExchangeDirection::ToMembers);
     m_context.platform.shell.Explore(m_folders.*folder);
+}
+
+void CSiteKeeperDlg::OnUserAccess()
+{
+    const AccessLists lists(m_context.platform, m_context.settings, m_context.programFile);
+    CUserAccessDlg dialog(App(), *this, {lists, m_context.platform.clipboard});
+    dialog.DoModal();
 }
 
 void CSiteKeeperDlg::OnAppHelp()

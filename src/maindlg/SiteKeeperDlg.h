@@ -61,6 +61,7 @@ private:
     void OnOpenProgramFolder();
     void OnOpenApplicationFolder();
     void OnOpenDatafilesFolder();
+    void OnUserAccess();
     void OnAppHelp();
 
     // System menu

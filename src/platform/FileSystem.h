@@ -46,8 +46,8 @@ public:
     [[nodiscard]] virtual std::optional<std::string> ReadContent(const std::wstring& path) const = 0;
 
     /// Opens a file that exists, content untouched until it is written over; others may meanwhile read it, but not
-    /// write it. Null when it may not be written: read-only, a folder, held by others (asked for again for up to a
-    /// tenth of a second), no rights.
+    /// write it. Null when it may not be written: read-only by its attributes, a folder, held by others (asked for
+    /// again for up to a tenth of a second), no rights.
     [[nodiscard]] virtual std::unique_ptr<OutputFile> OpenForWriting(const std::wstring& path) = 0;
 
     /// Makes a file and opens it for nobody else, emptying an earlier file of that path. It gets the attributes and
@@ -58,7 +58,8 @@ public:
 
     /// Puts the file `from` in the place of the file `to`, in one step that no interruption can halve; `to` need not
     /// exist. The file keeps the spelling in which `to` stood there. False when it was not done; both are then as they
-    /// were. Files that others hold are asked for again for up to a tenth of a second.
+    /// were. Files that others hold are asked for again for up to a tenth of a second. Whether readers who let `to` be
+    /// removed are in the way is the system's choice.
     virtual bool MoveOver(const std::wstring& from, const std::wstring& to) = 0;
 
     /// Removes a file. False when it is still there or never was.

@@ -14,6 +14,7 @@
 // Dialogs and menus
 #define IDD_MAIN 102
 #define IDR_MAIN_MENU 133
+#define IDD_USER_ACCESS 134
 
 // Strings
 #define IDS_APP_NAME 57344
@@ -36,6 +37,16 @@
 #define IDC_PROFILE_LABEL 1029
 #define IDC_SESSION_LABEL 1033
 #define IDC_ICON_SIZE_LIST 1037
+
+// Controls of the user access dialog
+#define IDC_ADD_USER 1007
+#define IDC_REFRESH_USERS 1013
+#define IDC_USER_LIST 1018
+#define IDC_NEW_USER 1019
+#define IDC_LEDGER_COMPOSER_LIST 1020
+#define IDC_SITE_KEEPER_LIST 1022
+#define IDC_SHEET_WRITER_LIST 1023
+#define IDC_NORM_KEEPER_LIST 1024
 
 // Commands
 #define ID_PRINT 57607

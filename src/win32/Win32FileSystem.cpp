@@ -92,6 +92,11 @@ std::optional<std::string> Win32FileSystem::ReadContent(const std::wstring& path
 
 std::unique_ptr<OutputFile> Win32FileSystem::OpenForWriting(const std::wstring& path)
 {
+    // On shares of other systems the attribute alone need not keep a writer out.
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+        return nullptr;
+    }
     UniqueFile file = OpenExisting(path, GENERIC_WRITE, FILE_SHARE_READ);
     return file ? std::make_unique<Win32OutputFile>(std::move(file)) : nullptr;
 }
@@ -105,9 +110,11 @@ std::unique_ptr<OutputFile> Win32FileSystem::MakeFileLike(const std::wstring& pa
 bool Win32FileSystem::MoveOver(const std::wstring& from, const std::wstring& to)
 {
     const std::wstring target = AsSpelled(to);
-    return Retried([&] {
+    const auto attempt = [&] {
         return ::MoveFileExW(from.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
-    });
+    };
+    // A target that others hold is refused like one without rights.
+    return Retried(attempt, ERROR_ACCESS_DENIED);
 }
 
 bool Win32FileSystem::RemoveFile(const std::wstring& path)

@@ -27,9 +27,13 @@ std::optional<std::vector<std::byte>> RightsOf(const std::wstring& path)
     return descriptor;
 }
 
-/// Gives the rights to a file that was just made, inherited ones still marked as such.
-bool GiveRights(HANDLE file, std::vector<std::byte>& descriptor)
+/// Gives the rights to a file that was just made, inherited ones still marked as such. Mostly the folder has given them
+/// already, and who may write on a share may not always change rights there.
+bool GiveRights(const std::wstring& path, std::vector<std::byte>& descriptor)
 {
+    if (RightsOf(path) == descriptor) {
+        return true;
+    }
     SECURITY_DESCRIPTOR_CONTROL control = 0;
     DWORD revision = 0;
     if (::GetSecurityDescriptorControl(descriptor.data(), &control, &revision) == FALSE) {
@@ -40,7 +44,16 @@ bool GiveRights(HANDLE file, std::vector<std::byte>& descriptor)
     }
     const SECURITY_INFORMATION inheritance = (control & SE_DACL_PROTECTED) != 0 ? PROTECTED_DACL_SECURITY_INFORMATION
                                                                                 : UNPROTECTED_DACL_SECURITY_INFORMATION;
-    return ::SetKernelObjectSecurity(file, Rights | inheritance, descriptor.data()) != FALSE;
+    return ::SetFileSecurityW(path.c_str(), Rights | inheritance, descriptor.data()) != FALSE;
+}
+
+/// Gives attributes to a file that was just made: a left-over may still have its own.
+bool GiveAttributes(HANDLE file, DWORD attributes)
+{
+    const DWORD settable = attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_ENCRYPTED); // that one comes with the making
+    FILE_BASIC_INFO info{};                                                            // times of 0 stay as they are
+    info.FileAttributes = settable == 0 ? FILE_ATTRIBUTE_NORMAL : settable;
+    return ::SetFileInformationByHandle(file, FileBasicInfo, &info, sizeof info) != FALSE;
 }
 
 /// A new, empty file; a left-over of that name is emptied, whatever its attributes.
@@ -48,8 +61,7 @@ UniqueFile Make(const std::wstring& path, DWORD attributes)
 {
     UniqueFile file;
     const auto attempt = [&] {
-        file.reset(
-            ::CreateFileW(path.c_str(), GENERIC_WRITE | WRITE_DAC, 0, nullptr, CREATE_ALWAYS, attributes, nullptr));
+        file.reset(::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, attributes, nullptr));
         return static_cast<bool>(file);
     };
     if (!Retried(attempt) && ::GetLastError() == ERROR_ACCESS_DENIED &&
@@ -88,15 +100,20 @@ UniqueFile MakeLike(const std::wstring& path, const std::wstring& model)
 {
     const DWORD attributes = ::GetFileAttributesW(model.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) {
-        return Make(path, FILE_ATTRIBUTE_NORMAL);
+        UniqueFile file = Make(path, FILE_ATTRIBUTE_NORMAL);
+        if (file) {
+            GiveAttributes(file.get(), FILE_ATTRIBUTE_NORMAL);
+        }
+        return file;
     }
     std::optional<std::vector<std::byte>> rights = RightsOf(model);
     if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 || !rights) {
         return {};
     }
     const DWORD kept = attributes & KeptAttributes;
-    UniqueFile file = Make(path, kept == 0 ? FILE_ATTRIBUTE_NORMAL : kept);
-    if (file && !GiveRights(file.get(), *rights)) {
+    const DWORD given = kept == 0 ? FILE_ATTRIBUTE_NORMAL : kept;
+    UniqueFile file = Make(path, given);
+    if (file && !(GiveAttributes(file.get(), given) && GiveRights(path, *rights))) {
         file.reset();
         ::DeleteFileW(path.c_str());
     }

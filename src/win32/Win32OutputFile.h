@@ -27,9 +27,10 @@ private:
 /// Empty when the file cannot be made or cannot be made like that.
 [[nodiscard]] UniqueFile MakeLike(const std::wstring& path, const std::wstring& model);
 
-/// Runs `attempt` until it succeeds, for about a tenth of a second where it fails because others hold the file.
+/// Runs `attempt` until it succeeds, for about a tenth of a second where it fails because others hold the file. Where
+/// the system says that in another way too, `alsoHeld` is that error. The last error is that of the last attempt.
 template <typename Attempt>
-bool Retried(Attempt attempt)
+bool Retried(Attempt attempt, DWORD alsoHeld = ERROR_SHARING_VIOLATION)
 {
     constexpr int Attempts = 6;
     constexpr DWORD Pause = 20; // milliseconds
@@ -38,8 +39,8 @@ bool Retried(Attempt attempt)
             return true;
         }
         const DWORD error = ::GetLastError();
-        const bool isHeld =
-            error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION || error == ERROR_USER_MAPPED_FILE;
+        const bool isHeld = error == alsoHeld || error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION ||
+                            error == ERROR_USER_MAPPED_FILE;
         if (!isHeld || left == 1) {
             return false;
         }

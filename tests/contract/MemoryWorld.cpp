@@ -12,6 +12,8 @@ public:
         m_memory.files.AddFolder(Scratch);
         m_memory.modules.AddLibrary(Library);
         m_memory.modules.AddLibrary(GetNameOfLibrary());
+        m_memory.accounts.AddServer(L"", {L"Administrator", L"Guest", m_memory.accounts.UserName()});
+        m_memory.accounts.AddServer(L"ARCHIVE", {L"Administrator"});
     }
 
     [[nodiscard]] Registry& TheRegistry() override { return m_memory.registry; }
@@ -21,6 +23,8 @@ public:
     [[nodiscard]] Environment& TheEnvironment() override { return m_memory.environment; }
     [[nodiscard]] Accounts& TheAccounts() override { return m_memory.accounts; }
     [[nodiscard]] Clock& TheClock() override { return m_memory.clock; }
+    [[nodiscard]] CodePage& TheCodePage() override { return m_memory.codePage; }
+    [[nodiscard]] Clipboard& TheClipboard() override { return m_memory.clipboard; }
 
     [[nodiscard]] std::wstring ScratchFolder() override { return Scratch; }
     void MakeFile(const std::wstring& path, const std::string& content) override
@@ -36,6 +40,37 @@ public:
         return m_memory.files.ReadShortcut(path);
     }
     void SetCurrentFolder(const std::wstring& path) override { m_memory.files.SetCurrentFolder(path); }
+
+    void SetAttributes(const std::wstring& path, FileAttributes attributes) override
+    {
+        m_memory.files.SetAttributes(path, attributes);
+    }
+    [[nodiscard]] FileAttributes AttributesOf(const std::wstring& path) override
+    {
+        return m_memory.files.AttributesOf(path);
+    }
+    void RestrictRights(const std::wstring& path) override { m_memory.files.SetRights(path, "owner"); }
+    [[nodiscard]] std::string RightsOf(const std::wstring& path) override { return m_memory.files.RightsOf(path); }
+    [[nodiscard]] std::wstring SpellingOf(const std::wstring& path) override { return m_memory.files.SpellingOf(path); }
+    [[nodiscard]] std::shared_ptr<void> Hold(const std::wstring& path, FileHolder holder) override
+    {
+        return m_memory.files.Hold(path, holder);
+    }
+
+    [[nodiscard]] std::vector<std::wstring> WithoutBytes() override
+    {
+        return {std::wstring(1, wchar_t{0xD800}), std::wstring(1, wchar_t{0xDBFF}), std::wstring(1, wchar_t{0xDC00}),
+                std::wstring(1, wchar_t{0xDFFF})};
+    }
+
+    [[nodiscard]] WindowId Window() override { return WindowId{1}; }
+    void EmptyClipboard() override { m_memory.clipboard.Set(std::nullopt); }
+    void PutPictureOnClipboard() override { m_memory.clipboard.Set(std::nullopt); }
+    [[nodiscard]] std::shared_ptr<void> HoldClipboard() override
+    {
+        m_memory.clipboard.Refuse(true);
+        return {this, [this](void*) { m_memory.clipboard.Refuse(false); }};
+    }
 
     void SetVariable(const std::wstring& name, const std::wstring& text) override
     {

@@ -1,7 +1,11 @@
+#include "contract/Win32Clipboards.h"
+#include "contract/Win32Files.h"
 #include "contract/World.h"
 #include "frame/Handles.h"
 #include "win32/Win32Accounts.h"
+#include "win32/Win32Clipboard.h"
 #include "win32/Win32Clock.h"
+#include "win32/Win32CodePage.h"
 #include "win32/Win32Environment.h"
 #include "win32/Win32FileSystem.h"
 #include "win32/Win32Modules.h"
@@ -36,6 +40,16 @@ void ClearScratchKeys()
     }
 }
 
+/// Read-only files too, as tests leave them.
+void RemoveTree(const fs::path& folder)
+{
+    std::error_code ignored;
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder, ignored)) {
+        ::SetFileAttributesW(entry.path().c_str(), FILE_ATTRIBUTE_NORMAL);
+    }
+    fs::remove_all(folder, ignored);
+}
+
 /// The component runtime for reading a shortcut, whatever the test has entered or left.
 class RuntimeScope
 {
@@ -62,7 +76,7 @@ public:
           m_scratch(fs::temp_directory_path() / (L"SiteKeeperContract" + std::to_wstring(::GetCurrentProcessId())))
     {
         ClearScratchKeys();
-        fs::remove_all(m_scratch);
+        RemoveTree(m_scratch);
         fs::create_directory(m_scratch);
     }
     Win32World(const Win32World&) = delete;
@@ -71,7 +85,7 @@ public:
     {
         std::error_code ignored; // a scratch folder that stays behind is no defect of what is tested
         fs::current_path(m_formerFolder, ignored);
-        fs::remove_all(m_scratch, ignored);
+        RemoveTree(m_scratch);
         ClearScratchKeys();
     }
 
@@ -82,6 +96,8 @@ public:
     [[nodiscard]] Environment& TheEnvironment() override { return m_environment; }
     [[nodiscard]] Accounts& TheAccounts() override { return m_accounts; }
     [[nodiscard]] Clock& TheClock() override { return m_clock; }
+    [[nodiscard]] CodePage& TheCodePage() override { return m_codePage; }
+    [[nodiscard]] Clipboard& TheClipboard() override { return m_clipboard; }
 
     [[nodiscard]] std::wstring ScratchFolder() override { return m_scratch.wstring() + L"\\"; }
     void MakeFile(const std::wstring& path, const std::string& content) override
@@ -99,6 +115,26 @@ public:
     }
     [[nodiscard]] std::optional<ShortcutFile> ReadShortcut(const std::wstring& path) override;
     void SetCurrentFolder(const std::wstring& path) override { fs::current_path(path); }
+
+    void SetAttributes(const std::wstring& path, FileAttributes attributes) override
+    {
+        SetFileAttributesOf(path, attributes);
+    }
+    [[nodiscard]] FileAttributes AttributesOf(const std::wstring& path) override { return FileAttributesOf(path); }
+    void RestrictRights(const std::wstring& path) override { LeaveRightsToOwner(path); }
+    [[nodiscard]] std::string RightsOf(const std::wstring& path) override { return TextOfRights(path); }
+    [[nodiscard]] std::wstring SpellingOf(const std::wstring& path) override { return SpelledName(path); }
+    [[nodiscard]] std::shared_ptr<void> Hold(const std::wstring& path, FileHolder holder) override
+    {
+        return HoldFile(path, holder);
+    }
+
+    [[nodiscard]] std::vector<std::wstring> WithoutBytes() override;
+
+    [[nodiscard]] WindowId Window() override { return m_window.Id(); }
+    void EmptyClipboard() override { EmptyRealClipboard(m_window); }
+    void PutPictureOnClipboard() override { PutPictureOnRealClipboard(m_window); }
+    [[nodiscard]] std::shared_ptr<void> HoldClipboard() override { return OpenRealClipboard(); }
 
     void SetVariable(const std::wstring& name, const std::wstring& text) override
     {
@@ -129,7 +165,22 @@ private:
     Win32Environment m_environment;
     Win32Accounts m_accounts;
     Win32Clock m_clock;
+    Win32CodePage m_codePage;
+    Win32Clipboard m_clipboard;
+    TestWindow m_window;
 };
+
+/// Whatever the code page, nothing stands for the lone half of a pair. Western systems lack the others too, some of
+/// which look like characters that they have.
+std::vector<std::wstring> Win32World::WithoutBytes()
+{
+    constexpr UINT Western = 1252;
+    std::vector<std::wstring> texts = {L"\xD800", L"\xDBFF", L"\xDC00", L"\xDFFF"};
+    if (::GetACP() == Western) {
+        texts.insert(texts.end(), {L"\u4E2D", L"\u0100", L"\uFF21", L"\u2032", L"\u221E", L"\U0001F600"});
+    }
+    return texts;
+}
 
 std::optional<ShortcutFile> Win32World::ReadShortcut(const std::wstring& path)
 {

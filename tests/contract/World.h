@@ -3,16 +3,20 @@
 #pragma once
 
 #include "platform/Accounts.h"
+#include "platform/Clipboard.h"
 #include "platform/Clock.h"
+#include "platform/CodePage.h"
 #include "platform/Environment.h"
 #include "platform/FileSystem.h"
 #include "platform/Modules.h"
 #include "platform/Registry.h"
 #include "platform/Shell.h"
+#include "support/FileState.h"
 
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace sitekeeper {
 
@@ -35,6 +39,8 @@ public:
     [[nodiscard]] virtual Environment& TheEnvironment() = 0;
     [[nodiscard]] virtual Accounts& TheAccounts() = 0;
     [[nodiscard]] virtual Clock& TheClock() = 0;
+    [[nodiscard]] virtual CodePage& TheCodePage() = 0;
+    [[nodiscard]] virtual Clipboard& TheClipboard() = 0;
 
     /// An empty folder for the test, as a full path with a "\" at its end.
     [[nodiscard]] virtual std::wstring ScratchFolder() = 0;
@@ -44,6 +50,28 @@ public:
     /// What the shortcut file says, as the system reads it; nothing when it holds no shortcut.
     [[nodiscard]] virtual std::optional<ShortcutFile> ReadShortcut(const std::wstring& path) = 0;
     virtual void SetCurrentFolder(const std::wstring& path) = 0;
+
+    virtual void SetAttributes(const std::wstring& path, FileAttributes attributes) = 0;
+    [[nodiscard]] virtual FileAttributes AttributesOf(const std::wstring& path) = 0;
+    /// Takes a file's access rights from everyone but its owner.
+    virtual void RestrictRights(const std::wstring& path) = 0;
+    /// A file's access rights, as a text to compare.
+    [[nodiscard]] virtual std::string RightsOf(const std::wstring& path) = 0;
+    /// The name of a file as its folder spells it; empty when there is none.
+    [[nodiscard]] virtual std::wstring SpellingOf(const std::wstring& path) = 0;
+    /// Another program opens the file, until the result goes. Null when it cannot.
+    [[nodiscard]] virtual std::shared_ptr<void> Hold(const std::wstring& path, FileHolder holder) = 0;
+
+    /// Texts of one character that have no bytes in the code page.
+    [[nodiscard]] virtual std::vector<std::wstring> WithoutBytes() = 0;
+
+    /// A window of the test's own, to put text on the clipboard with.
+    [[nodiscard]] virtual WindowId Window() = 0;
+    virtual void EmptyClipboard() = 0;
+    /// Puts something there that is no text.
+    virtual void PutPictureOnClipboard() = 0;
+    /// Another program has the clipboard open, until the result goes.
+    [[nodiscard]] virtual std::shared_ptr<void> HoldClipboard() = 0;
 
     virtual void SetVariable(const std::wstring& name, const std::wstring& text) = 0;
     virtual void RemoveVariable(const std::wstring& name) = 0;

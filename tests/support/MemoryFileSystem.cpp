@@ -13,6 +13,14 @@ namespace {
 /// MAX_PATH of Windows: the room for a path with its terminator.
 constexpr std::size_t PathRoom = 260;
 
+// What can be done with an open file, and be left to others.
+constexpr std::uint32_t Reading = 1;
+constexpr std::uint32_t Writing = 2;
+constexpr std::uint32_t Removing = 4;
+
+/// The attributes that a new file takes from its model.
+constexpr FileAttributes KeptAttributes = FileAttributes::Hidden | FileAttributes::System | FileAttributes::Archive;
+
 bool StartsWithDrive(std::wstring_view path)
 {
     return path.size() >= 2 && path[1] == L':' && path[0] != L'\\';
@@ -156,11 +164,73 @@ std::optional<std::string> MemoryFileSystem::ContentOf(const std::wstring& path)
     return content == nullptr ? std::nullopt : std::optional(*content);
 }
 
+void MemoryFileSystem::SetAttributes(const std::wstring& path, FileAttributes attributes)
+{
+    m_entries.at(IdOf(path)).attributes = attributes;
+}
+
+FileAttributes MemoryFileSystem::AttributesOf(const std::wstring& path) const
+{
+    return m_entries.at(IdOf(path)).attributes;
+}
+
+void MemoryFileSystem::SetRights(const std::wstring& path, const std::string& rights)
+{
+    m_entries.at(IdOf(path)).rights = rights;
+}
+
+std::string MemoryFileSystem::RightsOf(const std::wstring& path) const
+{
+    return m_entries.at(IdOf(path)).rights;
+}
+
+std::wstring MemoryFileSystem::SpellingOf(const std::wstring& path) const
+{
+    const Entry* const entry = Find(path);
+    return entry == nullptr ? L"" : GetNameOfPath(entry->path);
+}
+
+/// Keeps a file open.
+class MemoryFileSystem::OpenFile
+{
+public:
+    OpenFile(MemoryFileSystem& files, Opening opening)
+        : m_files(files), m_place(files.m_openings.insert(files.m_openings.end(), std::move(opening)))
+    {}
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+    ~OpenFile() { m_files.m_openings.erase(m_place); }
+
+private:
+    MemoryFileSystem& m_files;
+    std::list<Opening>::iterator m_place;
+};
+
+bool MemoryFileSystem::CanOpen(const Opening& wanted) const
+{
+    return std::none_of(m_openings.begin(), m_openings.end(), [&](const Opening& other) {
+        return other.id == wanted.id && ((wanted.use & ~other.sharing) != 0 || (other.use & ~wanted.sharing) != 0);
+    });
+}
+
+std::shared_ptr<void> MemoryFileSystem::Hold(const std::wstring& path, FileHolder holder)
+{
+    Opening opening{IdOf(path), holder == FileHolder::TolerantWriter ? Writing : Reading, Reading};
+    if (holder != FileHolder::StrictReader) {
+        opening.sharing |= Writing;
+    }
+    if (holder == FileHolder::TolerantReader || holder == FileHolder::TolerantWriter) {
+        opening.sharing |= Removing;
+    }
+    return ContentOf(path) && CanOpen(opening) ? std::make_shared<OpenFile>(*this, opening) : nullptr;
+}
+
 /// Writes into the entry of a file; when the test removes that file meanwhile, nowhere.
 class MemoryFileSystem::Output final : public OutputFile
 {
 public:
-    Output(MemoryFileSystem& files, std::wstring id) : m_files(files), m_id(std::move(id)) {}
+    Output(MemoryFileSystem& files, const Opening& opening) : m_files(files), m_id(opening.id), m_open(files, opening)
+    {}
 
     bool Write(std::string_view bytes) override
     {
@@ -202,50 +272,73 @@ private:
 
     MemoryFileSystem& m_files;
     std::wstring m_id;
+    OpenFile m_open;
     std::size_t m_position = 0;
 };
 
 std::optional<std::string> MemoryFileSystem::ReadContent(const std::wstring& path) const
 {
-    return m_unreadable.contains(IdOf(path)) ? std::nullopt : ContentOf(path);
+    const bool isRefused = m_unreadable.contains(IdOf(path)) || !CanOpen({IdOf(path), Reading, Reading | Removing});
+    return isRefused ? std::nullopt : ContentOf(path);
 }
 
 std::unique_ptr<OutputFile> MemoryFileSystem::OpenForWriting(const std::wstring& path)
 {
-    if (!ContentOf(path) || m_refused.contains(IdOf(path))) {
+    const Opening opening{IdOf(path), Writing, Reading};
+    if (!ContentOf(path) || m_refused.contains(opening.id) || IsReadOnly(path) || !CanOpen(opening)) {
         return nullptr;
     }
-    return std::make_unique<Output>(*this, IdOf(path));
+    return std::make_unique<Output>(*this, opening);
 }
 
-std::unique_ptr<OutputFile> MemoryFileSystem::MakeFileLike(const std::wstring& path, const std::wstring& /*model*/)
+std::unique_ptr<OutputFile> MemoryFileSystem::MakeFileLike(const std::wstring& path, const std::wstring& model)
 {
+    const Opening opening{IdOf(path), Writing, 0};
     if (path.empty() || path.ends_with(L'\\') || IsFolder(path) || !HasFolderAbove(path) ||
-        m_refused.contains(IdOf(path))) {
+        m_refused.contains(opening.id) || !CanOpen(opening)) {
         return nullptr;
     }
-    m_entries.insert_or_assign(IdOf(path), Entry{Resolved(path), std::string()});
-    return std::make_unique<Output>(*this, IdOf(path));
+    Entry made{Resolved(path), std::string()};
+    if (const Entry* const like = Find(model)) {
+        made.attributes = like->attributes & KeptAttributes;
+        made.rights = like->rights;
+    }
+    if (const Entry* const old = Find(path)) {
+        made.path = old->path;
+    }
+    m_entries.insert_or_assign(opening.id, std::move(made));
+    return std::make_unique<Output>(*this, opening);
 }
 
 bool MemoryFileSystem::MoveOver(const std::wstring& from, const std::wstring& to)
 {
-    const std::optional<std::string> content = ContentOf(from);
-    if (!content || IsFolder(to) || !HasFolderAbove(to) || m_refused.contains(IdOf(to)) ||
-        m_refused.contains(IdOf(from))) {
+    if (!ContentOf(from) || IsFolder(to) || !HasFolderAbove(to) || m_refused.contains(IdOf(to)) ||
+        m_refused.contains(IdOf(from)) || !CanBeRemoved(from) || !CanBeRemoved(to)) {
         return false;
     }
-    const auto [place, isNew] = m_entries.try_emplace(IdOf(to), Entry{Resolved(to), *content});
-    place->second.content = *content;
-    if (IdOf(from) != IdOf(to)) {
-        m_entries.erase(IdOf(from));
-    }
+    Entry moved = *Find(from);
+    const Entry* const old = Find(to);
+    moved.path = old == nullptr ? Resolved(to) : old->path;
+    m_entries.erase(IdOf(from));
+    m_entries.insert_or_assign(IdOf(to), std::move(moved));
     return true;
 }
 
 bool MemoryFileSystem::RemoveFile(const std::wstring& path)
 {
-    return ContentOf(path) && !m_refused.contains(IdOf(path)) && m_entries.erase(IdOf(path)) > 0;
+    return ContentOf(path) && !m_refused.contains(IdOf(path)) && !IsReadOnly(path) && CanBeRemoved(path) &&
+           m_entries.erase(IdOf(path)) > 0;
+}
+
+bool MemoryFileSystem::IsReadOnly(const std::wstring& path) const
+{
+    const Entry* const entry = Find(path);
+    return entry != nullptr && (entry->attributes & FileAttributes::ReadOnly) != FileAttributes::None;
+}
+
+bool MemoryFileSystem::CanBeRemoved(const std::wstring& path) const
+{
+    return CanOpen({IdOf(path), Removing, Reading | Writing | Removing});
 }
 
 std::vector<std::wstring> MemoryFileSystem::Listing() const

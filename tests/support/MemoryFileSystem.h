@@ -4,8 +4,12 @@
 
 #include "platform/FileSystem.h"
 #include "platform/Shell.h"
+#include "support/FileState.h"
 
+#include <cstdint>
+#include <list>
 #include <map>
+#include <memory>
 #include <set>
 #include <variant>
 #include <vector>
@@ -41,6 +45,19 @@ public:
     /// From now on files can grow by `bytes` in all before the disk is full.
     void SetRoom(std::size_t bytes) { m_room = bytes; }
 
+    /// The attributes and the access rights of a file, which is there. The rights are any text; new files have none.
+    void SetAttributes(const std::wstring& path, FileAttributes attributes);
+    [[nodiscard]] FileAttributes AttributesOf(const std::wstring& path) const;
+    void SetRights(const std::wstring& path, const std::string& rights);
+    [[nodiscard]] std::string RightsOf(const std::wstring& path) const;
+
+    /// Another program has the file open until the result goes, which must be before the file system goes. Null where
+    /// the file is missing or those who have it open already do not let it.
+    [[nodiscard]] std::shared_ptr<void> Hold(const std::wstring& path, FileHolder holder);
+
+    /// The name of a file or folder as it is spelled; empty when there is none.
+    [[nodiscard]] std::wstring SpellingOf(const std::wstring& path) const;
+
     /// The shell's way to a file: makes it or replaces what it held. False when the folder above is missing, a folder
     /// of that path exists, or writing is refused; nothing changes then.
     bool WriteShortcut(const std::wstring& path, const ShortcutFile& shortcut);
@@ -61,8 +78,23 @@ private:
     {
         std::wstring path;
         std::variant<Folder, std::string, ShortcutFile> content;
+        FileAttributes attributes = FileAttributes::Archive;
+        std::string rights{};
     };
+    /// A file that is open: what is done with it, and what others may do meanwhile.
+    struct Opening
+    {
+        std::wstring id;
+        std::uint32_t use = 0;
+        std::uint32_t sharing = 0;
+    };
+    class OpenFile;
     class Output;
+
+    /// Whether everyone who has the file open lets it be used and shared like that, and is let.
+    [[nodiscard]] bool CanOpen(const Opening& wanted) const;
+    [[nodiscard]] bool CanBeRemoved(const std::wstring& path) const;
+    [[nodiscard]] bool IsReadOnly(const std::wstring& path) const;
 
     /// The full path, of any length; empty for an empty path.
     [[nodiscard]] std::wstring Resolved(const std::wstring& path) const;
@@ -73,6 +105,7 @@ private:
     [[nodiscard]] bool HasFolderAbove(const std::wstring& path) const;
 
     std::map<std::wstring, Entry> m_entries;
+    std::list<Opening> m_openings;
     std::set<std::wstring> m_refused;
     std::set<std::wstring> m_unreadable;
     std::optional<std::size_t> m_room;

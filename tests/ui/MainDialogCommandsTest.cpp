@@ -278,7 +278,7 @@ TEST_F(MainDialogCommandsTest, DoesNothingForANumberThatNoCommandHas)
         steps.push_back(Choose(command));
     }
     // Printing, the suite's shortcuts, AutoCAD, help, the About box and the uninstaller have no answer yet.
-    for (const int command : {57607, 32779, 32777, 32772, 32773, 1009, 32775, 32776, 32780}) {
+    for (const int command : {57607, 32779, 32777, 32772, 32773, 1009, 32775, 32780}) {
         steps.push_back(Choose(command));
     }
     steps.push_back(ChooseSystem(16));

@@ -38,6 +38,7 @@ enum class Control : int
 enum class Command : int
 {
     Exit = 32771,
+    UserAccess = 32776,
     SelectProgramPath = 17 // of the system menu
 };
 

@@ -11,6 +11,15 @@ void SendMouse(DWORD flags)
     ::SendInput(1, &event, sizeof event);
 }
 
+void SendKey(WORD key, DWORD flags)
+{
+    INPUT event{};
+    event.type = INPUT_KEYBOARD;
+    event.ki.wVk = key;
+    event.ki.dwFlags = flags;
+    ::SendInput(1, &event, sizeof event);
+}
+
 } // namespace
 
 void MoveMouse(POINT screen)
@@ -28,14 +37,27 @@ void ReleaseMouse()
     SendMouse(MOUSEEVENTF_LEFTUP);
 }
 
+void HoldKey(WORD key)
+{
+    SendKey(key, 0);
+}
+
+void ReleaseKey(WORD key)
+{
+    SendKey(key, KEYEVENTF_KEYUP);
+}
+
 void PressKey(WORD key)
 {
-    INPUT events[2]{};
-    events[0].type = INPUT_KEYBOARD;
-    events[0].ki.wVk = key;
-    events[1] = events[0];
-    events[1].ki.dwFlags = KEYEVENTF_KEYUP;
-    ::SendInput(2, events, sizeof events[0]);
+    HoldKey(key);
+    ReleaseKey(key);
+}
+
+void PressWithControl(WORD key)
+{
+    HoldKey(VK_CONTROL);
+    PressKey(key);
+    ReleaseKey(VK_CONTROL);
 }
 
 } // namespace sitekeeper

@@ -8,6 +8,9 @@ namespace sitekeeper {
 void MoveMouse(POINT screen);
 void PressMouse();
 void ReleaseMouse();
+void HoldKey(WORD key);
+void ReleaseKey(WORD key);
 void PressKey(WORD key);
+void PressWithControl(WORD key);
 
 } // namespace sitekeeper

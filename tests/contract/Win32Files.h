@@ -1,0 +1,26 @@
+// What the contract tests do with real files behind the back of the ports.
+#pragma once
+
+#include "support/FileState.h"
+
+#include <memory>
+#include <string>
+
+namespace sitekeeper {
+
+void SetFileAttributesOf(const std::wstring& path, FileAttributes attributes);
+/// Those that `FileAttributes` knows.
+[[nodiscard]] FileAttributes FileAttributesOf(const std::wstring& path);
+
+/// Leaves access rights to the owner alone.
+void LeaveRightsToOwner(const std::wstring& path);
+/// The access rights in the system's own text form.
+[[nodiscard]] std::string TextOfRights(const std::wstring& path);
+
+/// The name as it stands in the folder; empty when there is none.
+[[nodiscard]] std::wstring SpelledName(const std::wstring& path);
+
+/// Opens the file as the holder would, until the result goes; null when it cannot be opened like that.
+[[nodiscard]] std::shared_ptr<void> HoldFile(const std::wstring& path, FileHolder holder);
+
+} // namespace sitekeeper

@@ -1,0 +1,213 @@
+#include "e2e/support/UserAccessWindow.h"
+
+#include "e2e/support/RemoteMemory.h"
+#include "support/Input.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <array>
+
+namespace sitekeeper::e2e {
+
+UserAccessWindow::UserAccessWindow(const ProgramRun& run)
+    : m_run(run), m_window(run.AwaitWindow("the user access dialog", [](HWND window) {
+          return ::GetDlgItem(window, static_cast<int>(AccessControl::NormKeeper)) != nullptr;
+      }))
+{
+    ::SetForegroundWindow(m_window);
+}
+
+HWND UserAccessWindow::Item(AccessControl control) const
+{
+    return ::GetDlgItem(m_window, static_cast<int>(control));
+}
+
+std::size_t UserAccessWindow::CountOf(AccessControl list) const
+{
+    return static_cast<std::size_t>(Ask(Item(list), LVM_GETITEMCOUNT));
+}
+
+std::wstring UserAccessWindow::NameAt(HWND list, int place) const
+{
+    constexpr std::size_t Room = 300;
+    const RemoteMemory text(m_run.Process(), Room * sizeof(wchar_t));
+    const RemoteMemory remote(m_run.Process(), sizeof(LVITEMW));
+    LVITEMW item{};
+    item.pszText = static_cast<wchar_t*>(text.Address());
+    item.cchTextMax = static_cast<int>(Room);
+    remote.Write(&item, sizeof item);
+    Ask(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(remote.Address()));
+    std::array<wchar_t, Room> name{};
+    text.Read(name.data(), Room * sizeof(wchar_t));
+    name.back() = L'\0';
+    return name.data();
+}
+
+Names UserAccessWindow::NamesIn(AccessControl list) const
+{
+    Names names;
+    for (std::size_t place = 0; place < CountOf(list); ++place) {
+        names.push_back(NameAt(Item(list), static_cast<int>(place)));
+    }
+    return names;
+}
+
+void UserAccessWindow::AwaitNames(AccessControl list, const Names& names) const
+{
+    m_run.Await("list " + std::to_string(static_cast<int>(list)) + " with " + std::to_string(names.size()) +
+                    " expected names",
+                [&] { return NamesIn(list) == names; });
+}
+
+POINT UserAccessWindow::PointOf(AccessControl list, const std::wstring& name) const
+{
+    const Names names = NamesIn(list);
+    const auto place = std::find(names.begin(), names.end(), name) - names.begin();
+    const RemoteMemory remote(m_run.Process(), sizeof(RECT));
+    RECT label{};
+    label.left = LVIR_LABEL;
+    remote.Write(&label, sizeof label);
+    Ask(Item(list), LVM_GETITEMRECT, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(remote.Address()));
+    remote.Read(&label, sizeof label);
+    POINT point{label.left + 8, (label.top + label.bottom) / 2};
+    ::ClientToScreen(Item(list), &point);
+    return point;
+}
+
+POINT UserAccessWindow::Below(AccessControl list) const
+{
+    RECT area{};
+    ::GetWindowRect(Item(list), &area);
+    return {(area.left + area.right) / 2, area.bottom - 8};
+}
+
+void UserAccessWindow::Settle() const
+{
+    // Input comes through the system's queue: asked a little later, the dialog has taken it.
+    for (int times = 0; times < 3; ++times) {
+        WaitAnswering(nullptr, 20);
+        Ask(m_window, WM_NULL);
+    }
+}
+
+void UserAccessWindow::Click(AccessControl list, const std::wstring& name) const
+{
+    const POINT point = PointOf(list, name);
+    MoveMouse(point);
+    Settle();
+    PressMouse();
+    ReleaseMouse();
+    m_run.Await("the click on a name",
+                [&] { return Captured() == nullptr && Ask(Item(list), LVM_GETSELECTEDCOUNT) > 0; });
+    Settle();
+}
+
+void UserAccessWindow::ClickWithControl(AccessControl list, const std::wstring& name) const
+{
+    // There first: a screen that sees the mouse move and no key held down corrects the key.
+    MoveMouse(PointOf(list, name));
+    Settle();
+    const LRESULT before = Ask(Item(list), LVM_GETSELECTEDCOUNT);
+    HoldKey(VK_CONTROL);
+    PressMouse();
+    ReleaseMouse();
+    m_run.Await("one more selected name", [&] { return Ask(Item(list), LVM_GETSELECTEDCOUNT) == before + 1; });
+    ReleaseKey(VK_CONTROL);
+    Settle();
+}
+
+void UserAccessWindow::ClickBelow(AccessControl list) const
+{
+    const POINT point = Below(list);
+    MoveMouse(point);
+    Settle();
+    PressMouse();
+    ReleaseMouse();
+    Settle();
+}
+
+HWND UserAccessWindow::Captured() const
+{
+    GUITHREADINFO information{};
+    information.cbSize = sizeof information;
+    ::GetGUIThreadInfo(::GetWindowThreadProcessId(m_window, nullptr), &information);
+    return information.hwndCapture;
+}
+
+void UserAccessWindow::StartDrag(AccessControl list, const std::wstring& name, POINT target) const
+{
+    const POINT start = PointOf(list, name);
+    MoveMouse(start);
+    Settle();
+    PressMouse();
+    Settle();
+    MoveMouse({start.x + 8, start.y + 2}); // still on the name: the list itself must see the drag begin
+    Settle();
+    for (int step = 1; step <= 8; ++step) {
+        MoveMouse({start.x + (target.x - start.x) * step / 8, start.y + (target.y - start.y) * step / 8});
+        WaitAnswering(nullptr, 10);
+    }
+    m_run.Await("the drag to begin in list " + std::to_string(static_cast<int>(list)),
+                [&] { return Captured() == m_window; });
+    Settle();
+}
+
+void UserAccessWindow::FinishDrag() const
+{
+    ReleaseMouse();
+    m_run.Await("the drag to end", [&] { return Captured() == nullptr; });
+    Settle();
+}
+
+void UserAccessWindow::Drag(AccessControl list, const std::wstring& name, AccessControl target) const
+{
+    DragTo(list, name, Below(target));
+}
+
+void UserAccessWindow::DragTo(AccessControl list, const std::wstring& name, POINT target) const
+{
+    StartDrag(list, name, target);
+    FinishDrag();
+}
+
+void UserAccessWindow::DragAndEscape(AccessControl list, const std::wstring& name, AccessControl target) const
+{
+    StartDrag(list, name, Below(target));
+    Press(VK_ESCAPE);
+    m_run.Await("the drag to be given up", [&] { return Captured() == nullptr; });
+    FinishDrag();
+}
+
+void UserAccessWindow::Press(WORD key) const
+{
+    PressKey(key);
+    Settle();
+}
+
+void UserAccessWindow::PressWithControl(WORD key) const
+{
+    HoldKey(VK_CONTROL);
+    Press(key);
+    ReleaseKey(VK_CONTROL);
+    Settle();
+}
+
+void UserAccessWindow::Type(const std::wstring& name) const
+{
+    Ask(Item(AccessControl::NewUser), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name.c_str()));
+}
+
+void UserAccessWindow::Push(AccessControl button) const
+{
+    ::PostMessageW(Item(button), BM_CLICK, 0, 0);
+}
+
+void UserAccessWindow::Leave(AccessControl button) const
+{
+    const HWND window = m_window;
+    Push(button);
+    m_run.Await("the user access dialog to close", [window] { return ::IsWindow(window) == FALSE; });
+}
+
+} // namespace sitekeeper::e2e

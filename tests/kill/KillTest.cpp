@@ -1,0 +1,183 @@
+// Whoever saves may be killed at any moment: the file is then whole, the old one or the new one.
+#include "access/SafeSave.h"
+#include "frame/Handles.h"
+#include "kill/StoreSaver.h"
+#include "win32/Win32CodePage.h"
+#include "win32/Win32FileSystem.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <array>
+#include <gtest/gtest.h>
+#include <iostream>
+#include <random>
+#include <stdexcept>
+#include <thread>
+#include <vector>
+
+namespace sitekeeper {
+namespace {
+
+constexpr int KillsOfEach = 500;
+constexpr DWORD StartMilliseconds = 30'000;
+/// A save takes a few milliseconds: kills come within the first saves.
+constexpr int LongestLifeMicroseconds = 20'000;
+
+struct KernelObjectPolicy : NullHandlePolicy<HANDLE>
+{
+    static void Close(HANDLE object) noexcept { ::CloseHandle(object); }
+};
+using UniqueObject = UniqueHandle<KernelObjectPolicy>;
+
+std::wstring ScratchFile(const std::wstring& name)
+{
+    std::array<wchar_t, MAX_PATH> folder{};
+    ::GetTempPathW(MAX_PATH, folder.data());
+    return folder.data() + (L"Kill" + std::to_wstring(::GetCurrentProcessId()) + name);
+}
+
+/// The bytes of a large file of this content, as an undisturbed save leaves them.
+std::string ContentOf(Variant variant)
+{
+    Win32FileSystem files;
+    const Win32CodePage codePage;
+    const std::wstring path = ScratchFile(L"Whole.ini");
+    CIniFile store(files, codePage, L"");
+    store.Open(path);
+    Fill(store, variant, EntriesOfLargeFile);
+    std::string content = store.Save(true) == CIniFile::Success ? files.ReadContent(path).value_or("") : "";
+    files.RemoveFile(path);
+    return content;
+}
+
+/// Lets a process live so long, to the microsecond: asleep until shortly before the end, then awake, so that the
+/// processors are left to the savers.
+void LetLive(HANDLE process, int microseconds)
+{
+    constexpr int Awake = 500;
+    LARGE_INTEGER frequency{};
+    LARGE_INTEGER now{};
+    ::QueryPerformanceFrequency(&frequency);
+    ::QueryPerformanceCounter(&now);
+    const LONGLONG end = now.QuadPart + frequency.QuadPart * microseconds / 1'000'000;
+    ::WaitForSingleObject(process, static_cast<DWORD>(std::max(microseconds - Awake, 0) / 1000));
+    while (now.QuadPart < end) {
+        ::SwitchToThread();
+        ::QueryPerformanceCounter(&now);
+    }
+}
+
+/// Starts savers of one file and kills them, and counts what they leave.
+class Killer
+{
+public:
+    Killer(std::wstring id, const std::array<std::string, 2>& contents, unsigned seed)
+        : m_id(std::move(id)), m_contents(contents), m_random(seed)
+    {}
+
+    void Run(int kills)
+    {
+        for (; m_kills < kills && m_failure.empty(); ++m_kills) {
+            StartAndKill();
+            Look();
+        }
+    }
+
+    [[nodiscard]] const std::wstring& Path() const { return m_path; }
+    /// Empty when all went well.
+    [[nodiscard]] const std::string& Failure() const { return m_failure; }
+    [[nodiscard]] int Kills() const { return m_kills; }
+    /// How many left a neighbour: they came in the middle of a save.
+    [[nodiscard]] int InSave() const { return m_inSave; }
+    /// How often each content was found.
+    [[nodiscard]] const std::array<int, 2>& Found() const { return m_found; }
+
+private:
+    void StartAndKill()
+    {
+        const UniqueObject started(::CreateEventW(nullptr, TRUE, FALSE, StartedEventName(m_id).c_str()));
+        std::wstring command = L"\"" SITEKEEPER_STORE_SAVER L"\" endless \"" + m_path + L"\" " + m_id;
+        STARTUPINFOW startup{};
+        startup.cb = sizeof startup;
+        PROCESS_INFORMATION information{};
+        if (::CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                             &information) == FALSE) {
+            m_failure = "the saver cannot be started";
+            return;
+        }
+        const UniqueObject process(information.hProcess);
+        const UniqueObject thread(information.hThread);
+        const std::array<HANDLE, 2> either = {started.get(), process.get()};
+        if (::WaitForMultipleObjects(2, either.data(), FALSE, StartMilliseconds) != WAIT_OBJECT_0) {
+            m_failure = "the saver does not begin";
+        }
+        LetLive(process.get(), std::uniform_int_distribution(0, LongestLifeMicroseconds)(m_random));
+        DWORD code = 0;
+        if (::GetExitCodeProcess(process.get(), &code) != FALSE && code != STILL_ACTIVE) {
+            m_failure = "the saver ended by itself with " + std::to_string(code);
+        }
+        ::TerminateProcess(process.get(), 1);
+        ::WaitForSingleObject(process.get(), StartMilliseconds);
+    }
+
+    void Look()
+    {
+        m_inSave += m_files.Exists(NeighbourOf(m_path)) ? 1 : 0;
+        if (!m_files.Exists(m_path) && m_found == std::array<int, 2>{}) {
+            return; // killed before the very first save was done
+        }
+        const std::optional<std::string> content = m_files.ReadContent(m_path);
+        const auto found = std::find(m_contents.begin(), m_contents.end(), content.value_or(""));
+        if (found != m_contents.end()) {
+            ++m_found[static_cast<std::size_t>(found - m_contents.begin())];
+        } else if (m_failure.empty()) {
+            m_failure = content ? "a file of " + std::to_string(content->size()) + " bytes" : "no file";
+        }
+    }
+
+    std::wstring m_id;
+    const std::array<std::string, 2>& m_contents;
+    std::mt19937 m_random;
+    std::wstring m_path = ScratchFile(m_id + L".ini");
+    Win32FileSystem m_files;
+    std::string m_failure;
+    int m_kills = 0;
+    int m_inSave = 0;
+    std::array<int, 2> m_found{};
+};
+
+TEST(KillTest, LeavesTheFileWholeAThousandTimes)
+{
+    const std::array<std::string, 2> contents = {ContentOf(Variant::First), ContentOf(Variant::Second)};
+    for (const std::string& content : contents) {
+        EXPECT_EQ(std::count(content.begin(), content.end(), '\n'), EntriesOfLargeFile + 1);
+        EXPECT_GT(content.size(), 150'000U);
+    }
+    ASSERT_NE(contents[0], contents[1]);
+    constexpr unsigned Seed = 20261121;
+    Killer one(L"One", contents, Seed);
+    Killer two(L"Two", contents, Seed + 1);
+    std::thread beside([&two] { two.Run(KillsOfEach); });
+    one.Run(KillsOfEach);
+    beside.join();
+    std::cout << "seed " << Seed << '\n';
+    Win32FileSystem files;
+    for (const Killer* const killer : {&one, &two}) {
+        std::cout << killer->Kills() << " kills, " << killer->InSave() << " of them in a save; " << killer->Found()[0]
+                  << " and " << killer->Found()[1] << " times the one and the other content\n";
+        EXPECT_EQ(killer->Failure(), "");
+        EXPECT_EQ(killer->Kills(), KillsOfEach);
+        // Otherwise the kills would have come too early or too late to prove anything.
+        EXPECT_GE(killer->InSave(), KillsOfEach / 20);
+        EXPECT_GE(killer->Found()[0], KillsOfEach / 20);
+        EXPECT_GE(killer->Found()[1], KillsOfEach / 20);
+        EXPECT_TRUE(SaveContent(files, killer->Path(), "[ordinary]"));
+        EXPECT_EQ(files.ReadContent(killer->Path()), "[ordinary]");
+        EXPECT_FALSE(files.Exists(NeighbourOf(killer->Path())));
+        files.RemoveFile(killer->Path());
+    }
+}
+
+} // namespace
+} // namespace sitekeeper

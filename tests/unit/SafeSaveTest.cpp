@@ -1,0 +1,256 @@
+// A file's new content: there whole, or the old one is.
+#include "access/SafeSave.h"
+
+#include "support/InterruptedFiles.h"
+#include "support/StateChecks.h"
+
+#include <gtest/gtest.h>
+
+namespace sitekeeper {
+namespace {
+
+constexpr const wchar_t* Path = L"C:\\Data\\list.ini";
+constexpr const wchar_t* Neighbour = L"C:\\Data\\list.in~";
+constexpr const char* Old = "the old content, which is the longer one";
+constexpr const char* New = "the new content";
+
+/// Where the new content goes through the neighbour, and where it cannot.
+enum class Way
+{
+    Beside,
+    InPlace,
+    InPlaceOfAMissingFile,
+};
+
+void Prepare(MemoryFileSystem& files, Way way)
+{
+    files.AddFolder(L"C:\\Data");
+    if (way != Way::InPlaceOfAMissingFile) {
+        files.AddFile(Path, Old);
+    }
+    if (way != Way::Beside) {
+        files.RefuseWriting(Neighbour);
+    }
+}
+
+class SafeSaveTest : public ::testing::Test
+{
+protected:
+    [[nodiscard]] std::string Content() const { return files.ContentOf(Path).value_or("(no file)"); }
+    /// The file and its folder on the drive, and nothing else.
+    void ExpectNoNeighbour() const { EXPECT_FALSE(files.Exists(Neighbour)); }
+
+    MemoryFileSystem files;
+};
+
+TEST_F(SafeSaveTest, NamesANeighbourOfTheSameLength)
+{
+    EXPECT_EQ(NeighbourOf(Path), Neighbour);
+    EXPECT_EQ(NeighbourOf(L"C:\\a~"), L"C:\\a-");
+    EXPECT_EQ(NeighbourOf(L""), L"");
+}
+
+TEST_F(SafeSaveTest, ReplacesContentOfAnyLength)
+{
+    for (const Way way : {Way::Beside, Way::InPlace}) {
+        MemoryFileSystem fresh;
+        Prepare(fresh, way);
+        for (const std::string content : {"longer than what was there before it", "short", "", "again"}) {
+            EXPECT_TRUE(SaveContent(fresh, Path, content));
+            EXPECT_EQ(fresh.ContentOf(Path), content);
+            EXPECT_FALSE(fresh.Exists(Neighbour));
+        }
+    }
+}
+
+TEST_F(SafeSaveTest, MakesAMissingFile)
+{
+    for (const Way way : {Way::Beside, Way::InPlaceOfAMissingFile}) {
+        MemoryFileSystem fresh;
+        Prepare(fresh, way);
+        fresh.Remove(Path);
+        EXPECT_TRUE(SaveContent(fresh, Path, New));
+        EXPECT_EQ(fresh.ContentOf(Path), New);
+        EXPECT_FALSE(fresh.Exists(Neighbour));
+    }
+}
+
+TEST_F(SafeSaveTest, UsesUpTheNeighbourThatAnEarlierCrashLeft)
+{
+    Prepare(files, Way::Beside);
+    files.AddFile(Neighbour, "half of something that was much longer than the new content will be");
+    EXPECT_TRUE(SaveContent(files, Path, New));
+    EXPECT_EQ(Content(), New);
+    ExpectNoNeighbour();
+}
+
+TEST_F(SafeSaveTest, KeepsTheSpellingOfTheFilesName)
+{
+    files.AddFile(L"C:\\Data\\List.INI", Old);
+    EXPECT_TRUE(SaveContent(files, Path, New));
+    EXPECT_EQ(files.Listing(),
+              (std::vector<std::wstring>{L"C:\\", L"C:\\Data\\", L"C:\\Data\\List.INI = \"the new content\""}));
+}
+
+TEST_F(SafeSaveTest, RefusesWhatMayNotBeWritten)
+{
+    Prepare(files, Way::Beside);
+    files.RefuseWriting(Path);
+    const auto before = files.Listing();
+    EXPECT_FALSE(SaveContent(files, Path, New));
+    EXPECT_EQ(files.Listing(), before);
+}
+
+TEST_F(SafeSaveTest, RefusesAFolderOfThatName)
+{
+    files.AddFolder(Path);
+    const auto before = files.Listing();
+    EXPECT_FALSE(SaveContent(files, Path, New));
+    EXPECT_EQ(files.Listing(), before);
+}
+
+TEST_F(SafeSaveTest, RefusesWhereTheFolderIsMissing)
+{
+    const auto before = files.Listing();
+    EXPECT_FALSE(SaveContent(files, L"C:\\Gone\\list.ini", New));
+    EXPECT_FALSE(SaveContent(files, L"", New));
+    EXPECT_EQ(files.Listing(), before);
+}
+
+TEST_F(SafeSaveTest, WritesInPlaceOnlyWhatItCouldPutBack)
+{
+    Prepare(files, Way::InPlace);
+    files.RefuseReading(Path);
+    EXPECT_FALSE(SaveContent(files, Path, New));
+    EXPECT_EQ(Content(), Old);
+}
+
+TEST_F(SafeSaveTest, LeavesOldOrNewOnADiskOfAnyRoom)
+{
+    const std::string longer = std::string(Old) + " and still more of it";
+    for (const Way way : {Way::Beside, Way::InPlace, Way::InPlaceOfAMissingFile}) {
+        bool wasFull = false;
+        for (std::size_t room = 0; room <= longer.size(); ++room) {
+            SCOPED_TRACE(std::to_string(static_cast<int>(way)) + ", " + std::to_string(room) + " bytes");
+            MemoryFileSystem fresh;
+            Prepare(fresh, way);
+            const auto before = fresh.Listing();
+            fresh.SetRoom(room);
+            if (SaveContent(fresh, Path, longer)) {
+                EXPECT_EQ(fresh.ContentOf(Path), longer);
+                EXPECT_FALSE(fresh.Exists(Neighbour));
+            } else {
+                wasFull = true;
+                EXPECT_EQ(fresh.Listing(), before);
+            }
+        }
+        EXPECT_TRUE(wasFull);
+        MemoryFileSystem roomy;
+        Prepare(roomy, way);
+        roomy.SetRoom(longer.size());
+        EXPECT_TRUE(SaveContent(roomy, Path, longer));
+    }
+}
+
+/// Runs a save with each of its calls failing in turn. Gives how many runs ended well all the same.
+int SweepSave(Way way, int& runs)
+{
+    bool isSaved = false;
+    int saved = 0;
+    const std::wstring oldLine = std::wstring(L"file ") + Path + L" = \"the old content, which is the longer one\"";
+    const std::wstring newLine = std::wstring(L"file ") + Path + L" = \"the new content\"";
+    const Sweep sweep{[way](MemoryPlatform& memory) { Prepare(memory.files, way); },
+                      [&isSaved](const Platform& ports) { isSaved = SaveContent(ports.files, Path, New); },
+                      [&](const FaultedRun& run) {
+                          EXPECT_FALSE(run.raised);
+                          if (isSaved) {
+                              ++saved;
+                              EXPECT_EQ(Added(run.before, run.after), State{newLine});
+                          } else {
+                              EXPECT_EQ(run.after, run.before); // no neighbour either
+                          }
+                      }};
+    runs = SweepFailures(sweep);
+    return saved;
+}
+
+TEST(SafeSaveSweep, LeavesOldOrNewWhicheverCallFails)
+{
+    int runs = 0;
+    // Exists, open, make the neighbour, write, flush, move over. Saved all the same without the first, which finds the
+    // file missing, and in place without the third and the last.
+    EXPECT_EQ(SweepSave(Way::Beside, runs), 3);
+    EXPECT_EQ(runs, 6);
+}
+
+TEST(SafeSaveSweep, LeavesOldOrNewWhicheverCallOfAMissingFilesSaveFails)
+{
+    int runs = 0;
+    // Exists, make the neighbour (which is refused anyhow), make the file, write, end, flush.
+    EXPECT_EQ(SweepSave(Way::InPlaceOfAMissingFile, runs), 2);
+    EXPECT_EQ(runs, 6);
+}
+
+TEST(SafeSaveSweep, PutsTheOldContentBackWhicheverCallInPlaceFails)
+{
+    bool isSaved = false;
+    const Sweep sweep{[](MemoryPlatform& memory) { Prepare(memory.files, Way::InPlace); },
+                      [&isSaved](const Platform& ports) { isSaved = SaveContent(ports.files, Path, New); },
+                      [&isSaved](const FaultedRun& run) {
+                          if (Is(run, L"exists ")) {
+                              return; // two faults at once: nothing promised it could be told from a missing file
+                          }
+                          EXPECT_EQ(isSaved, Is(run, L"make file "));
+                          EXPECT_EQ(run.after == run.before, !isSaved);
+                      }};
+    EXPECT_EQ(SweepFailures(sweep), 8); // exists, open, make the neighbour, read, open, write, end, flush
+}
+
+TEST(SafeSaveInterruption, LeavesOldOrNewWhereverItHappens)
+{
+    int number = 0;
+    for (bool wasInterrupted = true; wasInterrupted;) {
+        ++number;
+        SCOPED_TRACE("interrupted at call " + std::to_string(number));
+        MemoryFileSystem files;
+        Prepare(files, Way::Beside);
+        InterruptedFiles interrupted(files, number);
+        try {
+            EXPECT_TRUE(SaveContent(interrupted, Path, New));
+        } catch (const Interrupted&) {
+        }
+        wasInterrupted = interrupted.WasInterrupted();
+        EXPECT_EQ(files.ContentOf(Path), wasInterrupted ? Old : New);
+        // What was left is no hindrance and is gone afterwards.
+        EXPECT_TRUE(SaveContent(files, Path, "newer"));
+        EXPECT_EQ(files.ContentOf(Path), "newer");
+        EXPECT_FALSE(files.Exists(Neighbour));
+    }
+    EXPECT_EQ(number, 7); // six calls and then none
+}
+
+TEST(SafeSaveInterruption, LeavesNothingWorseThanAHalfWrittenFileInPlaceThatTheNextSaveMends)
+{
+    int number = 0;
+    int mixtures = 0;
+    for (bool wasInterrupted = true; wasInterrupted;) {
+        ++number;
+        MemoryFileSystem files;
+        Prepare(files, Way::InPlace);
+        InterruptedFiles interrupted(files, number);
+        try {
+            EXPECT_TRUE(SaveContent(interrupted, Path, New));
+        } catch (const Interrupted&) {
+        }
+        wasInterrupted = interrupted.WasInterrupted();
+        const std::string left = files.ContentOf(Path).value_or("");
+        mixtures += left != Old && left != New ? 1 : 0;
+        EXPECT_TRUE(SaveContent(files, Path, "newer"));
+        EXPECT_EQ(files.ContentOf(Path), "newer");
+    }
+    EXPECT_EQ(number, 9);
+    EXPECT_EQ(mixtures, 2); // in the middle of the write, and before the end was cut off
+}
+
+} // namespace
+} // namespace sitekeeper
