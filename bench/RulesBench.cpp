@@ -1,4 +1,5 @@
 // The rules on the platform in memory: what of an apply is ours, without Windows.
+#include "access/AccessLists.h"
 #include "maindlg/ApplyInstallation.h"
 #include "settings/InstallationSettings.h"
 #include "shortcuts/ShellFolders.h"
@@ -7,7 +8,9 @@
 #include "support/MemoryPlatform.h"
 
 #include <benchmark/benchmark.h>
+#include <cstdint>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -53,5 +56,25 @@ void BM_CreateFolderPath(benchmark::State& state)
     state.SetComplexityN(state.range(0));
 }
 BENCHMARK(BM_CreateFolderPath)->Arg(4)->Arg(16)->Arg(64);
+
+/// The gate's test of a user, with so many names on Site Keeper's own list; 0 lets everyone in.
+void BM_IsUserAllowed(benchmark::State& state)
+{
+    MemoryPlatform platform;
+    platform.files.AddFolder(L"N:\\Data");
+    const Platform ports = platform.Ports();
+    InstallationSettings settings = SettingsOn(ports);
+    settings.WriteFolder(SuiteFolder::Datafiles, L"N:\\Data\\");
+    const AccessLists lists(ports, settings, L"C:\\SiteKeeper64.exe");
+    std::vector<std::wstring> names;
+    for (std::int64_t number = 0; number < state.range(0); ++number) {
+        names.push_back(L"user" + std::to_wstring(1'000'000 + number));
+    }
+    lists.WriteAccessList(AccessList::SiteKeeper, names);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(lists.IsUserAllowed(L"nobody", AccessList::SiteKeeper));
+    }
+}
+BENCHMARK(BM_IsUserAllowed)->Arg(0)->Arg(10)->Arg(1000)->Arg(100'000)->Unit(benchmark::kMicrosecond);
 
 } // namespace

@@ -59,9 +59,9 @@ bool ChangesItems(UINT message)
 class CNameList::Change
 {
 public:
-    explicit Change(CNameList& list) : m_list(list), m_style(::GetWindowLongPtrW(list.Handle(), GWL_STYLE))
+    explicit Change(CNameList& list)
+        : m_list(list), m_pause(list), m_style(::GetWindowLongPtrW(list.Handle(), GWL_STYLE))
     {
-        m_list.m_isChanging = true;
         ::SendMessageW(m_list.Handle(), WM_SETREDRAW, FALSE, 0);
         SetSorting(0);
     }
@@ -72,7 +72,6 @@ public:
         SetSorting(m_style & LVS_SORTASCENDING);
         ::SendMessageW(m_list.Handle(), WM_SETREDRAW, TRUE, 0);
         ::InvalidateRect(m_list.Handle(), nullptr, TRUE);
-        m_list.m_isChanging = false;
     }
 
 private:
@@ -83,6 +82,7 @@ private:
     }
 
     CNameList& m_list;
+    SubclassPause m_pause; // what happens here is known already
     LONG_PTR m_style;
 };
 
@@ -200,6 +200,7 @@ void CNameList::Replace(const std::vector<std::wstring>& names)
 
 std::vector<std::size_t> CNameList::Selected() const
 {
+    const SubclassPause pause(*this);
     std::vector<std::size_t> places;
     LRESULT place = -1;
     while ((place = ::SendMessageW(Handle(), LVM_GETNEXTITEM, static_cast<WPARAM>(place), LVNI_SELECTED)) >= 0) {
@@ -246,7 +247,7 @@ LRESULT CNameList::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     if (message == WM_CHAR && wParam < L' ') {
         return 0; // the control would look for a name that begins with it
     }
-    if (ChangesItems(message) && !m_isChanging) {
+    if (ChangesItems(message)) {
         m_isStale = true;
     }
     return CWnd::WindowProc(message, wParam, lParam);
@@ -366,6 +367,7 @@ void CNameList::TakeOver()
     if (!std::exchange(m_isStale, false)) {
         return;
     }
+    const SubclassPause pause(*this);
     const auto count = static_cast<int>(::SendMessageW(Handle(), LVM_GETITEMCOUNT, 0, 0));
     m_items.clear();
     for (int place = 0; place < count; ++place) {

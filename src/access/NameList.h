@@ -79,7 +79,6 @@ private:
 
     std::size_t m_manyMoves;
     std::vector<Item> m_items;
-    bool m_isChanging = false;
     bool m_isStale = true;
 };
 

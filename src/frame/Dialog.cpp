@@ -225,12 +225,15 @@ INT_PTR CALLBACK CDialog::Thunk(HWND window, UINT message, WPARAM wParam, LPARAM
 {
     if (message == WM_INITDIALOG) {
         reinterpret_cast<CDialog*>(lParam)->Attach(window);
+        // Looked up for every message, so at the quickest place there is.
+        ::SetWindowLongPtrW(window, DWLP_USER, lParam);
     }
-    auto* const self = static_cast<CDialog*>(FromHandle(window));
+    auto* const self = reinterpret_cast<CDialog*>(::GetWindowLongPtrW(window, DWLP_USER));
     if (self == nullptr) {
         return FALSE;
     }
     if (message == WM_NCDESTROY) {
+        ::SetWindowLongPtrW(window, DWLP_USER, 0);
         // The loop may be waiting for a message to a window that somebody else destroyed.
         ::PostThreadMessageW(::GetCurrentThreadId(), WM_NULL, 0, 0);
         self->Detach();

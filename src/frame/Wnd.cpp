@@ -75,6 +75,16 @@ bool CWnd::SubclassWindow(HWND control)
     return true;
 }
 
+CWnd::SubclassPause::SubclassPause(const CWnd& window) : m_window(window)
+{
+    ::RemoveWindowSubclass(m_window.m_handle, &SubclassThunk, SubclassId);
+}
+
+CWnd::SubclassPause::~SubclassPause()
+{
+    ::SetWindowSubclass(m_window.m_handle, &SubclassThunk, SubclassId, reinterpret_cast<DWORD_PTR>(&m_window));
+}
+
 bool CWnd::CreateOfOwnClass(HINSTANCE instance, const wchar_t* className, DWORD style, const RECT& position, HWND owner)
 {
     WNDCLASSEXW windowClass{};

@@ -63,6 +63,20 @@ protected:
     /// The window is gone; the object may delete itself here.
     virtual void PostNcDestroy();
 
+    /// While one of these lives, messages to a control that was taken over go straight to the control: for thousands of
+    /// them, where looking up the object for each would cost more than the work itself. The window must outlive it.
+    class SubclassPause
+    {
+    public:
+        explicit SubclassPause(const CWnd& window);
+        SubclassPause(const SubclassPause&) = delete;
+        SubclassPause& operator=(const SubclassPause&) = delete;
+        ~SubclassPause();
+
+    private:
+        const CWnd& m_window;
+    };
+
     /// Registers a window class of this frame with the standard arrow, no background and no icon, once for each name,
     /// and creates a window of it. False when either fails.
     bool CreateOfOwnClass(HINSTANCE instance, const wchar_t* className, DWORD style, const RECT& position, HWND owner);
