@@ -158,9 +158,8 @@ void CNameList::Remove(const std::vector<std::size_t>& places)
         return;
     }
     const Change change(*this);
-    for (auto place = places.rbegin(); place != places.rend(); ++place) {
-        ::SendMessageW(Handle(), LVM_DELETEITEM, *place, 0);
-    }
+    std::for_each(places.rbegin(), places.rend(),
+                  [this](std::size_t place) { ::SendMessageW(Handle(), LVM_DELETEITEM, place, 0); });
     m_items = std::move(left);
 }
 

@@ -243,6 +243,7 @@ void CUserAccessDlg::OnDelete(CNameList& list)
     }
 }
 
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): a row of the table, like the others
 void CUserAccessDlg::OnSelectAll(CNameList& list)
 {
     list.SelectAll();

@@ -50,10 +50,10 @@ public:
     /// again for up to a tenth of a second), no rights.
     [[nodiscard]] virtual std::unique_ptr<OutputFile> OpenForWriting(const std::wstring& path) = 0;
 
-    /// Makes a file and opens it for nobody else, emptying an earlier file of that path. It gets the attributes and
-    /// the access rights of the file `model` where there is one. Null when it cannot be made like that, also when
-    /// `model` is a link to another place; an earlier file of that path is then as it was, or gone.
-    [[nodiscard]] virtual std::unique_ptr<OutputFile> MakeFileLike(const std::wstring& path,
+    /// Makes the file `made` and opens it for nobody else, emptying an earlier file of that path. It gets the
+    /// attributes and the access rights of the file `model` where there is one. Null when it cannot be made like that,
+    /// also when `model` is a link to another place; an earlier file of that path is then as it was, or gone.
+    [[nodiscard]] virtual std::unique_ptr<OutputFile> MakeFileLike(const std::wstring& made,
                                                                    const std::wstring& model) = 0;
 
     /// Puts the file `from` in the place of the file `to`, in one step that no interruption can halve; `to` need not
