@@ -21,7 +21,7 @@ namespace {
 
 std::wstring Widened(const std::string& text)
 {
-    return std::wstring(text.begin(), text.end());
+    return {text.begin(), text.end()};
 }
 
 void AppendHeader(std::string& bytes, std::string_view section)

@@ -15,7 +15,7 @@ source "$here/../../scripts/screen.sh"
 programs=${SITEKEEPER_SCREENS_BUILD:-$build_dir/mingw-release}
 shots=${1:-$build_dir/screens}
 moments='Start.ShowsTheThree*:Start.TheSplash*:Browse.TypedText*:Failure.Without*:Library.IsMissing*:Library.CannotBe*'
-moments+=':Gate.AUserWithout*:*BadDate.*/0:Look.TheProgress*'
+moments+=':Gate.AUserWithout*:*BadDate.*/0:Look.TheProgress*:UserAccess.NamesAre*:UserAccess.AHundred*'
 
 windows_path() {
     echo "Z:${1//\//\\}"
