@@ -55,13 +55,15 @@ bool ChangesItems(UINT message)
 
 } // namespace
 
-/// Several changes of the control as one: without its own sorting, and drawn once at the end.
+/// Several changes of the control as one: without its own sorting, and drawn once at the end. Until it is finished,
+/// what the control shows and what stands beside it differ; should it break off, the control counts.
 class CNameList::Change
 {
 public:
     explicit Change(CNameList& list)
         : m_list(list), m_pause(list), m_style(::GetWindowLongPtrW(list.Handle(), GWL_STYLE))
     {
+        m_list.m_isStale = true;
         ::SendMessageW(m_list.Handle(), WM_SETREDRAW, FALSE, 0);
         SetSorting(0);
     }
@@ -72,6 +74,13 @@ public:
         SetSorting(m_style & LVS_SORTASCENDING);
         ::SendMessageW(m_list.Handle(), WM_SETREDRAW, TRUE, 0);
         ::InvalidateRect(m_list.Handle(), nullptr, TRUE);
+    }
+
+    /// The control shows `items` now.
+    void Finish(std::vector<Item> items) noexcept
+    {
+        m_list.m_items = std::move(items);
+        m_list.m_isStale = false;
     }
 
 private:
@@ -157,10 +166,10 @@ void CNameList::Remove(const std::vector<std::size_t>& places)
         Refill(std::move(left), {});
         return;
     }
-    const Change change(*this);
+    Change change(*this);
     std::for_each(places.rbegin(), places.rend(),
                   [this](std::size_t place) { ::SendMessageW(Handle(), LVM_DELETEITEM, place, 0); });
-    m_items = std::move(left);
+    change.Finish(std::move(left));
 }
 
 void CNameList::Replace(const std::vector<std::wstring>& names)
@@ -320,7 +329,7 @@ void CNameList::Add(std::vector<Item> sorted)
 
 void CNameList::InsertSingly(std::vector<Item> sorted)
 {
-    const Change change(*this);
+    Change change(*this);
     ::SendMessageW(Handle(), LVM_SETITEMCOUNT, m_items.size() + sorted.size(), LVSICF_NOSCROLL);
     std::vector<Item> all;
     all.reserve(m_items.size() + sorted.size());
@@ -334,12 +343,12 @@ void CNameList::InsertSingly(std::vector<Item> sorted)
         all.push_back(std::move(item));
     }
     all.insert(all.end(), std::make_move_iterator(old), std::make_move_iterator(m_items.end()));
-    m_items = std::move(all);
+    change.Finish(std::move(all));
 }
 
 void CNameList::Refill(std::vector<Item> items, const std::vector<bool>& isSelected)
 {
-    const Change change(*this);
+    Change change(*this);
     ::SendMessageW(Handle(), LVM_DELETEALLITEMS, 0, 0);
     ::SendMessageW(Handle(), LVM_SETITEMCOUNT, items.size(), LVSICF_NOSCROLL);
     for (std::size_t place = 0; place < items.size(); ++place) {
@@ -348,8 +357,7 @@ void CNameList::Refill(std::vector<Item> items, const std::vector<bool>& isSelec
             SetItemState(Handle(), static_cast<int>(place), LVIS_SELECTED, LVIS_SELECTED);
         }
     }
-    m_items = std::move(items);
-    m_isStale = false;
+    change.Finish(std::move(items));
 }
 
 void CNameList::InsertAt(std::size_t place, const Item& item)
