@@ -1,6 +1,9 @@
 // The program's entry, and the one place that chooses what stands behind the ports.
 #include "app/ShellFolderChooser.h"
 #include "app/SiteKeeperApp.h"
+#include "res/ResourceIds.h"
+#include "settings/InstallationSettings.h"
+#include "update/UpdateCheck.h"
 #include "win32/Win32Accounts.h"
 #include "win32/Win32Clipboard.h"
 #include "win32/Win32Clock.h"
@@ -12,6 +15,7 @@
 #include "win32/Win32Modules.h"
 #include "win32/Win32Registry.h"
 #include "win32/Win32Shell.h"
+#include "win32/Win32WebSession.h"
 
 #include <windows.h>
 
@@ -32,8 +36,13 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE /*previous*/, wchar_t* /*comma
     Win32HelpViewer help;
     Win32CodePage codePage;
     Win32Clipboard clipboard;
-    const Platform platform{registry,    files,    shell, folders, messages, modules,
-                            environment, accounts, clock, help,    codePage, clipboard};
-    CSiteKeeperApp app(instance, platform, __wargv[0], {});
+    Win32WebSession web(L"SiteKeeper");
+    const Platform platform{registry, files, shell, folders,  messages,  modules, environment,
+                            accounts, clock, help,  codePage, clipboard, web};
+    const auto remind = [&] {
+        InstallationSettings settings(registry, environment, clock);
+        UpdateCheck(platform, settings, CWinApp::ResourceText(instance, IDS_UPDATES_URL)).RunUpdateCheck();
+    };
+    CSiteKeeperApp app(instance, platform, __wargv[0], remind);
     return app.Run();
 }

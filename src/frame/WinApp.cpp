@@ -64,11 +64,11 @@ std::wstring CWinApp::ProgramHelpFile()
     return (hasExtension ? program.substr(0, dot) : program) + L".HLP";
 }
 
-std::wstring CWinApp::ResourceText(UINT id) const
+std::wstring CWinApp::ResourceText(HINSTANCE instance, UINT id)
 {
     // With a length of 0 the call gives a pointer into the resource itself.
     const wchar_t* text = nullptr;
-    const int length = ::LoadStringW(m_instance, id, reinterpret_cast<wchar_t*>(&text), 0);
+    const int length = ::LoadStringW(instance, id, reinterpret_cast<wchar_t*>(&text), 0);
     return length > 0 ? std::wstring(text, static_cast<std::size_t>(length)) : std::wstring();
 }
 

@@ -49,7 +49,8 @@ public:
     [[nodiscard]] static std::wstring ProgramHelpFile();
 
     /// String `id` of the resources, of any length; empty when there is none.
-    [[nodiscard]] std::wstring ResourceText(UINT id) const;
+    [[nodiscard]] std::wstring ResourceText(UINT id) const { return ResourceText(m_instance, id); }
+    [[nodiscard]] static std::wstring ResourceText(HINSTANCE instance, UINT id);
 
     /// The bytes of a resource; empty when there is none. They live as long as the module.
     [[nodiscard]] std::span<const std::byte> ResourceBytes(const wchar_t* type, UINT id) const;

@@ -1,8 +1,10 @@
 // Port: what the program asks of the file system.
 #pragma once
 
+#include "platform/Clock.h"
 #include "platform/Port.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -26,6 +28,14 @@ public:
     virtual bool Flush() = 0;
 };
 
+/// A file or folder that a search found.
+struct FoundFile
+{
+    std::wstring name;
+    /// When its content was last changed; nothing when that cannot be told.
+    std::optional<Seconds> modified;
+};
+
 class FileSystem : public Port
 {
 public:
@@ -36,6 +46,11 @@ public:
     /// are taken from the current folder. The file need not exist.
     /// Nothing for an empty path and for a result of 260 characters (MAX_PATH, terminator included) or more.
     [[nodiscard]] virtual std::optional<std::wstring> FullPath(const std::wstring& path) const = 0;
+
+    /// Hands on every file and folder whose name matches the last part of `pattern` ("*" for any characters, "?" for
+    /// one; case does not matter), in no particular order. A pattern without a folder searches the current one. Nothing
+    /// when the folder cannot be searched; an error in the middle ends the search.
+    virtual void Search(const std::wstring& pattern, const std::function<void(const FoundFile&)>& take) const = 0;
 
     /// Makes one folder; the folder above it must exist.
     /// False when it could not be made, also when something of that path exists already; nothing changes then.

@@ -20,13 +20,19 @@ enum class MessageStyle : std::uint32_t
 {
     Ok = 0x00000000,
     Error = 0x00000010,
+    /// Yes, No and Cancel; above all other windows.
+    TopMostQuestion = 0x00040023,
+    TopMostInformation = 0x00040040,
 };
 
 /// The button that ended a message box. Values from winuser.h (ID…).
 enum class Answer : int
 {
     None = 0,
-    Ok = 1
+    Ok = 1,
+    Cancel = 2,
+    Yes = 6,
+    No = 7
 };
 
 class MessageBoxes : public Port

@@ -13,6 +13,7 @@
 #include "platform/Modules.h"
 #include "platform/Registry.h"
 #include "platform/Shell.h"
+#include "platform/WebSession.h"
 
 namespace sitekeeper {
 
@@ -30,6 +31,7 @@ struct Platform
     HelpViewer& help;
     CodePage& codePage;
     Clipboard& clipboard;
+    WebSession& web;
 };
 
 } // namespace sitekeeper

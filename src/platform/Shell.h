@@ -38,6 +38,9 @@ public:
     /// Opens `folder` in the file explorer (verb "explore", shown normally, no owner). What comes of it is not
     /// reported; an empty or missing folder opens nothing, or whatever the shell makes of it.
     virtual void Explore(const std::wstring& folder) = 0;
+
+    /// Opens a web address in the user's browser (verb "open", shown, no owner). What comes of it is not reported.
+    virtual void Open(const std::wstring& address) = 0;
 };
 
 } // namespace sitekeeper

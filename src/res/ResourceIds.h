@@ -19,6 +19,7 @@
 // Strings
 #define IDS_APP_NAME 57344
 #define IDS_ABOUT 101
+#define IDS_UPDATES_URL 102
 
 // Controls of the main dialog
 #define IDC_PROGRAM_PATH 1000

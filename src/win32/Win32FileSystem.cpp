@@ -15,6 +15,16 @@
 namespace sitekeeper {
 namespace {
 
+/// Whole seconds since 1970, rounded down.
+Seconds SecondsOf(const FILETIME& time)
+{
+    constexpr std::int64_t TicksInASecond = 10'000'000;
+    constexpr std::int64_t EpochTicks = 116'444'736'000'000'000; // from 1601 to 1970
+    const auto ticks = static_cast<std::int64_t>((std::uint64_t{time.dwHighDateTime} << 32U) | time.dwLowDateTime);
+    const std::int64_t since = ticks - EpochTicks;
+    return since / TicksInASecond - (since % TicksInASecond < 0 ? 1 : 0);
+}
+
 /// `path` with the file's name as it stands in its folder; `path` itself where there is no such file.
 std::wstring AsSpelled(const std::wstring& path)
 {
@@ -75,6 +85,20 @@ std::optional<std::wstring> Win32FileSystem::FullPath(const std::wstring& path) 
         return std::nullopt;
     }
     return std::wstring(buffer.data(), length);
+}
+
+void Win32FileSystem::Search(const std::wstring& pattern, const std::function<void(const FoundFile&)>& take) const
+{
+    // The walk itself tells the times; asking for each file by its name would cost several times as much.
+    WIN32_FIND_DATAW found{};
+    const UniqueFileSearch search(::FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &found, FindExSearchNameMatch,
+                                                     nullptr, FIND_FIRST_EX_LARGE_FETCH));
+    if (!search) {
+        return;
+    }
+    do {
+        take({found.cFileName, SecondsOf(found.ftLastWriteTime)});
+    } while (::FindNextFileW(search.get(), &found) != FALSE);
 }
 
 bool Win32FileSystem::MakeFolder(const std::wstring& path)

@@ -60,4 +60,9 @@ void Win32Shell::Explore(const std::wstring& folder)
     ::ShellExecuteW(nullptr, L"explore", folder.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 
+void Win32Shell::Open(const std::wstring& address)
+{
+    ::ShellExecuteW(nullptr, L"open", address.c_str(), nullptr, nullptr, SW_SHOW);
+}
+
 } // namespace sitekeeper

@@ -90,6 +90,12 @@ public:
     {
         return m_plan.Fails(L"full path " + path) ? std::nullopt : m_inner.FullPath(path);
     }
+    void Search(const std::wstring& pattern, const std::function<void(const FoundFile&)>& take) const override
+    {
+        if (!m_plan.Fails(L"search " + pattern)) {
+            m_inner.Search(pattern, take);
+        }
+    }
     bool MakeFolder(const std::wstring& path) override
     {
         return !m_plan.Fails(L"make folder " + path) && m_inner.MakeFolder(path);
@@ -140,6 +146,12 @@ public:
     {
         if (!m_plan.Fails(L"explore " + folder)) {
             m_inner.Explore(folder);
+        }
+    }
+    void Open(const std::wstring& address) override
+    {
+        if (!m_plan.Fails(L"open page " + address)) {
+            m_inner.Open(address);
         }
     }
 
@@ -316,6 +328,23 @@ private:
     FaultPlan& m_plan;
 };
 
+class FaultyWebSession final : public WebSession
+{
+public:
+    FaultyWebSession(WebSession& inner, FaultPlan& plan) : m_inner(inner), m_plan(plan) {}
+
+    void ReadPage(const std::wstring& address, std::size_t pieceSize, const TakePiece& take) override
+    {
+        if (!m_plan.Fails(L"read page " + address)) {
+            m_inner.ReadPage(address, pieceSize, take);
+        }
+    }
+
+private:
+    WebSession& m_inner;
+    FaultPlan& m_plan;
+};
+
 } // namespace
 
 struct FaultyPlatform::Forwarders
@@ -324,7 +353,7 @@ struct FaultyPlatform::Forwarders
         : plan(failingCall), registry(inner.registry, plan), files(inner.files, plan), shell(inner.shell, plan),
           folders(inner.folders, plan), messages(inner.messages, plan), modules(inner.modules, plan),
           environment(inner.environment, plan), accounts(inner.accounts, plan), clock(inner.clock, plan),
-          help(inner.help, plan), codePage(inner.codePage, plan), clipboard(inner.clipboard, plan)
+          help(inner.help, plan), codePage(inner.codePage, plan), clipboard(inner.clipboard, plan), web(inner.web, plan)
     {}
 
     FaultPlan plan;
@@ -340,6 +369,7 @@ struct FaultyPlatform::Forwarders
     FaultyHelpViewer help;
     FaultyCodePage codePage;
     FaultyClipboard clipboard;
+    FaultyWebSession web;
 };
 
 FaultyPlatform::FaultyPlatform(const Platform& inner, int failingCall)
@@ -351,8 +381,8 @@ FaultyPlatform::~FaultyPlatform() = default;
 Platform FaultyPlatform::Ports()
 {
     Forwarders& all = *m_forwarders;
-    return {all.registry,    all.files,    all.shell, all.folders, all.messages, all.modules,
-            all.environment, all.accounts, all.clock, all.help,    all.codePage, all.clipboard};
+    return {all.registry, all.files, all.shell, all.folders,  all.messages,  all.modules, all.environment,
+            all.accounts, all.clock, all.help,  all.codePage, all.clipboard, all.web};
 }
 
 const std::vector<std::wstring>& FaultyPlatform::Calls() const

@@ -28,6 +28,11 @@ public:
         Count();
         return m_inner.FullPath(path);
     }
+    void Search(const std::wstring& pattern, const std::function<void(const FoundFile&)>& take) const override
+    {
+        Count();
+        m_inner.Search(pattern, take);
+    }
     bool MakeFolder(const std::wstring& path) override
     {
         Count();

@@ -74,6 +74,19 @@ std::vector<std::wstring> NamesOf(std::wstring_view rest)
     return names;
 }
 
+/// Whether `name` is what `pattern` means, both in lower case.
+bool IsMatch(std::wstring_view name, std::wstring_view pattern)
+{
+    if (pattern.empty()) {
+        return name.empty();
+    }
+    if (pattern.front() == L'*') {
+        return IsMatch(name, pattern.substr(1)) || (!name.empty() && IsMatch(name.substr(1), pattern));
+    }
+    return !name.empty() && (pattern.front() == L'?' || pattern.front() == name.front()) &&
+           IsMatch(name.substr(1), pattern.substr(1));
+}
+
 std::wstring Shown(const ShortcutFile& shortcut)
 {
     return L" -> " + shortcut.target + L" | " + shortcut.arguments + L" | " + shortcut.workingFolder + L" | " +
@@ -98,6 +111,23 @@ std::optional<std::wstring> MemoryFileSystem::FullPath(const std::wstring& path)
 {
     std::wstring full = Resolved(path);
     return full.empty() || full.size() >= PathRoom ? std::nullopt : std::optional(std::move(full));
+}
+
+void MemoryFileSystem::Search(const std::wstring& pattern, const std::function<void(const FoundFile&)>& take) const
+{
+    const std::wstring full = ToLowerCase(Resolved(pattern));
+    const std::wstring folder = WithoutTrailingBackslashes(GetFolderOfPath(full));
+    for (const auto& [id, entry] : m_entries) {
+        if (WithoutTrailingBackslashes(GetFolderOfPath(id)) == folder &&
+            IsMatch(GetNameOfPath(id), GetNameOfPath(full))) {
+            take({GetNameOfPath(entry.path), entry.modified});
+        }
+    }
+}
+
+void MemoryFileSystem::SetModified(const std::wstring& path, std::optional<Seconds> moment)
+{
+    m_entries.at(IdOf(path)).modified = moment;
 }
 
 bool MemoryFileSystem::MakeFolder(const std::wstring& path)

@@ -24,6 +24,7 @@ public:
 
     [[nodiscard]] bool Exists(const std::wstring& path) const override;
     [[nodiscard]] std::optional<std::wstring> FullPath(const std::wstring& path) const override;
+    void Search(const std::wstring& pattern, const std::function<void(const FoundFile&)>& take) const override;
     bool MakeFolder(const std::wstring& path) override;
     [[nodiscard]] std::optional<std::string> ReadContent(const std::wstring& path) const override;
     [[nodiscard]] std::unique_ptr<OutputFile> OpenForWriting(const std::wstring& path) override;
@@ -44,6 +45,10 @@ public:
     void RefuseReading(const std::wstring& path) { m_unreadable.insert(IdOf(path)); }
     /// From now on files can grow by `bytes` in all before the disk is full.
     void SetRoom(std::size_t bytes) { m_room = bytes; }
+
+    /// When a file or folder, which is there, was last changed; nothing for a time that cannot be told. New ones have
+    /// the beginning of 1970.
+    void SetModified(const std::wstring& path, std::optional<Seconds> moment);
 
     /// The attributes and the access rights of a file, which is there. The rights are any text; new files have none.
     void SetAttributes(const std::wstring& path, FileAttributes attributes);
@@ -80,6 +85,7 @@ private:
         std::variant<Folder, std::string, ShortcutFile> content;
         FileAttributes attributes = FileAttributes::Archive;
         std::string rights{};
+        std::optional<Seconds> modified = 0;
     };
     /// A file that is open: what is done with it, and what others may do meanwhile.
     struct Opening

@@ -17,8 +17,8 @@ void Append(State& state, const std::wstring& kind, const std::vector<std::wstri
 
 Platform MemoryPlatform::Ports()
 {
-    return {registry,    files,    shell, folders, messages, modules,
-            environment, accounts, clock, help,    codePage, clipboard};
+    return {registry, files, shell, folders,  messages,  modules, environment,
+            accounts, clock, help,  codePage, clipboard, web};
 }
 
 State MemoryPlatform::CurrentState() const
@@ -27,6 +27,7 @@ State MemoryPlatform::CurrentState() const
     Append(state, L"registry ", registry.Listing());
     Append(state, L"file ", files.Listing());
     Append(state, L"explored ", shell.Explored());
+    Append(state, L"opened ", shell.Opened());
     Append(state, L"loaded ", modules.Loaded());
     for (const ScriptedMessageBoxes::Box& box : messages.Shown()) {
         state.push_back(L"box " + box.caption.value_or(L"(no caption)") + L": " + box.text);

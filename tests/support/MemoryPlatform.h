@@ -11,6 +11,7 @@
 #include "support/MemoryModules.h"
 #include "support/MemoryRegistry.h"
 #include "support/MemoryShell.h"
+#include "support/MemoryWebSession.h"
 #include "support/ScriptedFolderChooser.h"
 #include "support/ScriptedMessageBoxes.h"
 #include "support/StillClock.h"
@@ -38,6 +39,7 @@ struct MemoryPlatform
     MemoryHelpViewer help;
     Utf8CodePage codePage;
     MemoryClipboard clipboard;
+    MemoryWebSession web;
 
     [[nodiscard]] Platform Ports();
     [[nodiscard]] State CurrentState() const;

@@ -23,6 +23,7 @@ public:
     void LeaveComponents() noexcept override;
     ResultCode SaveShortcut(const std::wstring& path, const ShortcutFile& shortcut) override;
     void Explore(const std::wstring& folder) override { m_explored.push_back(folder); }
+    void Open(const std::wstring& address) override { m_opened.push_back(address); }
 
     /// From now on EnterComponents gives false.
     void RefuseComponents() { m_areComponentsRefused = true; }
@@ -32,6 +33,7 @@ public:
     /// How often EnterComponents gave true.
     [[nodiscard]] int ComponentEntries() const { return m_entries; }
     [[nodiscard]] const std::vector<std::wstring>& Explored() const { return m_explored; }
+    [[nodiscard]] const std::vector<std::wstring>& Opened() const { return m_opened; }
     /// The paths of all successful SaveShortcut calls, in their order.
     [[nodiscard]] const std::vector<std::wstring>& Saved() const { return m_saved; }
 
@@ -41,6 +43,7 @@ private:
     int m_entries = 0;
     bool m_areComponentsRefused = false;
     std::vector<std::wstring> m_explored;
+    std::vector<std::wstring> m_opened;
     std::vector<std::wstring> m_saved;
 };
 

@@ -12,6 +12,8 @@ class PlainFiles final : public FileSystem
 public:
     [[nodiscard]] bool Exists(const std::wstring& path) const override { return m_files.contains(path); }
     [[nodiscard]] std::optional<std::wstring> FullPath(const std::wstring& path) const override { return path; }
+    void Search(const std::wstring& /*pattern*/, const std::function<void(const FoundFile&)>& /*take*/) const override
+    {}
     bool MakeFolder(const std::wstring& /*path*/) override { return false; }
     [[nodiscard]] std::optional<std::string> ReadContent(const std::wstring& path) const override
     {

@@ -1,0 +1,28 @@
+// The web, by the system's internet session.
+#pragma once
+
+#include "frame/Handles.h"
+#include "platform/WebSession.h"
+
+#include <windows.h>
+
+#include <string>
+#include <utility>
+
+namespace sitekeeper {
+
+class Win32WebSession final : public WebSession
+{
+public:
+    /// `agent` is what servers are told of the program.
+    explicit Win32WebSession(std::wstring agent) : m_agent(std::move(agent)) {}
+
+    void ReadPage(const std::wstring& address, std::size_t pieceSize, const TakePiece& take) override;
+
+private:
+    std::wstring m_agent;
+    /// The system's library, loaded when a page is first asked for: most starts of the program ask for none.
+    UniqueModule m_library;
+};
+
+} // namespace sitekeeper

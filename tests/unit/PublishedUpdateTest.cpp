@@ -1,0 +1,131 @@
+// The date that the vendor's page publishes.
+#include "update/PublishedUpdate.h"
+
+#include "platform/PlatformError.h"
+#include "support/MemoryWebSession.h"
+#include "support/StillClock.h"
+#include "support/Utf8CodePage.h"
+
+#include <gtest/gtest.h>
+#include <limits>
+#include <optional>
+
+namespace sitekeeper {
+namespace {
+
+constexpr Seconds Fallback = 12345;
+constexpr const wchar_t* Address = L"https://updates.example/software-updates/";
+
+class PublishedUpdate : public testing::Test
+{
+protected:
+    [[nodiscard]] Seconds Read(const std::wstring& page) const
+    {
+        return PublishedDate(page, Fallback, m_clock, Address);
+    }
+
+    /// The code that the page raises; Ok when it raises none.
+    ResultCode Refusal(const std::wstring& page)
+    {
+        try {
+            static_cast<void>(Read(page));
+        } catch (const PlatformError& error) {
+            m_message = error.Message();
+            return error.Code();
+        }
+        return ResultCode::Ok;
+    }
+
+    TimeZoneScope m_zone{Utc};
+    StillClock m_clock;
+    std::wstring m_message;
+};
+
+TEST_F(PublishedUpdate, IsTheBeginningOfTheDayBehindTheKey)
+{
+    constexpr Seconds June15 = 1686787200; // 2023-06-15 00:00:00 UTC
+    EXPECT_EQ(Read(L"<a href=\"LX_2023_Plus_Update2023_06_15.exe\">"), June15);
+    EXPECT_EQ(Read(L"lx_2023_plus_update2023_6_15."), June15);
+    EXPECT_EQ(Read(L"LX_2023_PLUS_UPDATE \t2023_ 06_ 15 and more._"), June15);
+    EXPECT_EQ(Read(L"LX_2023_Plus_Update2023x_06y_15z_99."), June15);
+    EXPECT_EQ(Read(L"LX_2023_Plus_Update2023_06_15.LX_2023_Plus_Update2024_01_01."), June15);
+}
+
+TEST_F(PublishedUpdate, IsTheFallbackWhereThePageNamesNone)
+{
+    for (const wchar_t* const page :
+         {L"", L"no such key", L"LX_2023_Plus_Updat2023_06_15.", L"LX_2023_Plus_Update2023_06_15",
+          L"LX_2023_Plus_Update.2023_06_15", L"LX_2023_Plus_Update2023_06.15", L"LX_2023_Plus_Update2023.",
+          L"LX_2022_Plus_Update2023_06_15."}) {
+        EXPECT_EQ(Read(page), Fallback) << testing::PrintToString(page);
+    }
+}
+
+TEST_F(PublishedUpdate, RefusesADateThatIsNone)
+{
+    for (const wchar_t* const page :
+         {L"LX_2023_Plus_Update_2023_06_15.", L"LX_2023_Plus_Update1969_06_15.", L"LX_2023_Plus_Update2023_0_15.",
+          L"LX_2023_Plus_Update2023_13_15.", L"LX_2023_Plus_Update2023_06_0.", L"LX_2023_Plus_Update2023_06_32.",
+          L"LX_2023_Plus_Update-2023_06_15.", L"LX_2023_Plus_Update2023_-6_15.", L"LX_2023_Plus_Update__."}) {
+        EXPECT_EQ(Refusal(page), ResultCode::Fail) << testing::PrintToString(page);
+    }
+    EXPECT_EQ(m_message, std::wstring(L"The update page ") + Address + L" publishes a date that is none: \"__\".");
+}
+
+TEST_F(PublishedUpdate, RefusesADayThatCannotBeConverted)
+{
+    EXPECT_EQ(Refusal(L"LX_2023_Plus_Update3001_06_15."), ResultCode::InvalidArgument);
+    EXPECT_EQ(Refusal(L"LX_2023_Plus_Update99999999999_06_15."), ResultCode::InvalidArgument);
+    EXPECT_EQ(Read(L"LX_2023_Plus_Update2023_02_31."), 1677801600); // 3 March: days beyond the month carry over
+}
+
+TEST_F(PublishedUpdate, BeginsByTheLocalCalendar)
+{
+    const TimeZoneScope berlin(Berlin);
+    EXPECT_EQ(Read(L"LX_2023_Plus_Update2023_06_15."), 1686787200 - 2 * 3600);
+    const TimeZoneScope saoPaulo(SaoPaulo);
+    // Midnight of that day does not exist; the system makes of it what it makes of it, but no error.
+    EXPECT_EQ(Refusal(L"LX_2023_Plus_Update2018_11_04."), ResultCode::Ok);
+}
+
+TEST(ReadPageText, TakesThePageInPiecesOfFiftyBytes)
+{
+    MemoryWebSession web;
+    const Utf8CodePage codePage;
+    web.Publish(Address, std::string(49, 'a') + "\xC3\xA9" + std::string(48, 'b') + "c");
+    // A character cut in two by the end of a piece is lost, and nothing else.
+    EXPECT_EQ(ReadPageText(web, codePage, Address),
+              std::wstring(49, L'a') + L"\uFFFD\uFFFD" + std::wstring(48, L'b') + L"c");
+    EXPECT_EQ(ReadPageText(web, codePage, L"https://elsewhere.example/"), L"");
+}
+
+TEST(ReadPageText, EndsAPieceAtAZeroByte)
+{
+    MemoryWebSession web;
+    const Utf8CodePage codePage;
+    web.Publish(Address, std::string("ab\0cd", 5) + std::string(45, 'x') + "next");
+    EXPECT_EQ(ReadPageText(web, codePage, Address), L"abnext");
+}
+
+TEST(ReadPageText, CutsAPageThatNeverEnds)
+{
+    class Endless final : public WebSession
+    {
+    public:
+        void ReadPage(const std::wstring& /*address*/, std::size_t pieceSize, const TakePiece& take) override
+        {
+            const std::string piece(pieceSize, 'x');
+            while (take(piece)) {
+                m_pieces++;
+            }
+        }
+        std::size_t m_pieces = 0;
+    } web;
+    const Utf8CodePage codePage;
+    const std::wstring text = ReadPageText(web, codePage, Address);
+    EXPECT_GE(text.size(), LargestPage);
+    EXPECT_LT(text.size(), LargestPage + 50);
+}
+
+} // namespace
+} // namespace sitekeeper
