@@ -48,8 +48,9 @@ public:
     [[nodiscard]] virtual std::optional<std::wstring> FullPath(const std::wstring& path) const = 0;
 
     /// Hands on every file and folder whose name matches the last part of `pattern` ("*" for any characters, "?" for
-    /// one; case does not matter), in no particular order. A pattern without a folder searches the current one. Nothing
-    /// when the folder cannot be searched; an error in the middle ends the search.
+    /// one; case does not matter), in no particular order; the folder itself and the one above do not count. A pattern
+    /// without a folder searches the current one, a pattern that ends in a "\" finds nothing. Nothing when the folder
+    /// cannot be searched; an error in the middle ends the search.
     virtual void Search(const std::wstring& pattern, const std::function<void(const FoundFile&)>& take) const = 0;
 
     /// Makes one folder; the folder above it must exist.

@@ -25,6 +25,12 @@ Seconds SecondsOf(const FILETIME& time)
     return since / TicksInASecond - (since % TicksInASecond < 0 ? 1 : 0);
 }
 
+/// Whether a search found "." or "..".
+bool IsFolderItselfOrAbove(const wchar_t* name)
+{
+    return name[0] == L'.' && (name[1] == L'\0' || (name[1] == L'.' && name[2] == L'\0'));
+}
+
 /// `path` with the file's name as it stands in its folder; `path` itself where there is no such file.
 std::wstring AsSpelled(const std::wstring& path)
 {
@@ -97,7 +103,9 @@ void Win32FileSystem::Search(const std::wstring& pattern, const std::function<vo
         return;
     }
     do {
-        take({found.cFileName, SecondsOf(found.ftLastWriteTime)});
+        if (!IsFolderItselfOrAbove(found.cFileName)) {
+            take({found.cFileName, SecondsOf(found.ftLastWriteTime)});
+        }
     } while (::FindNextFileW(search.get(), &found) != FALSE);
 }
 

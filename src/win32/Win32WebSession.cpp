@@ -9,7 +9,7 @@ namespace sitekeeper {
 namespace {
 
 /// Reading the session itself in small pieces costs a call into the system for each.
-constexpr DWORD ReadAhead = 65'536;
+constexpr std::size_t ReadAhead = 65'536;
 constexpr DWORD_PTR Context = 1;
 
 /// The functions of the system's library that a page takes. All there or none.
@@ -18,13 +18,14 @@ struct Functions
     explicit Functions(HMODULE library)
         : open(Entry<decltype(open)>(library, "InternetOpenW")),
           openUrl(Entry<decltype(openUrl)>(library, "InternetOpenUrlW")),
+          available(Entry<decltype(available)>(library, "InternetQueryDataAvailable")),
           read(Entry<decltype(read)>(library, "InternetReadFile")),
           close(Entry<decltype(close)>(library, "InternetCloseHandle"))
     {}
 
     [[nodiscard]] bool AreThere() const noexcept
     {
-        return open != nullptr && openUrl != nullptr && read != nullptr && close != nullptr;
+        return open != nullptr && openUrl != nullptr && available != nullptr && read != nullptr && close != nullptr;
     }
 
     template <typename Function>
@@ -37,6 +38,7 @@ struct Functions
 
     decltype(&::InternetOpenW) open;
     decltype(&::InternetOpenUrlW) openUrl;
+    decltype(&::InternetQueryDataAvailable) available;
     decltype(&::InternetReadFile) read;
     decltype(&::InternetCloseHandle) close;
 };
@@ -61,6 +63,19 @@ private:
     HINTERNET m_handle;
     decltype(&::InternetCloseHandle) m_close;
 };
+
+/// The next bytes of a page; none at its end and after an error. What is there is asked for first: reading more would
+/// wait for it, and lose what is there should the connection break.
+std::string_view NextBytes(const Functions& system, HINTERNET page, std::vector<char>& block)
+{
+    DWORD available = 0;
+    DWORD count = 0;
+    if (system.available(page, &available, 0, 0) == FALSE ||
+        system.read(page, block.data(), std::min(available, static_cast<DWORD>(block.size())), &count) == FALSE) {
+        return {};
+    }
+    return {block.data(), count};
+}
 
 /// Cuts what comes in blocks of any size into pieces of one size.
 class Pieces
@@ -115,11 +130,14 @@ void Win32WebSession::ReadPage(const std::wstring& address, std::size_t pieceSiz
     const InternetHandle page(
         system.openUrl(session.get(), address.c_str(), nullptr, 0, INTERNET_FLAG_TRANSFER_ASCII, Context),
         system.close);
-    std::vector<char> block(page ? ReadAhead : 0);
+    if (!page) {
+        return;
+    }
+    std::vector<char> block(ReadAhead);
     Pieces pieces(pieceSize, take);
-    DWORD count = 0;
-    while (page && system.read(page.get(), block.data(), ReadAhead, &count) != FALSE && count > 0) {
-        if (!pieces.Add({block.data(), count})) {
+    for (std::string_view bytes = NextBytes(system, page.get(), block); !bytes.empty();
+         bytes = NextBytes(system, page.get(), block)) {
+        if (!pieces.Add(bytes)) {
             return;
         }
     }

@@ -41,6 +41,7 @@ public:
     }
     void SetCurrentFolder(const std::wstring& path) override { m_memory.files.SetCurrentFolder(path); }
 
+    void SetModified(const std::wstring& path, Seconds moment) override { m_memory.files.SetModified(path, moment); }
     void SetAttributes(const std::wstring& path, FileAttributes attributes) override
     {
         m_memory.files.SetAttributes(path, attributes);

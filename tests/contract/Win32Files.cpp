@@ -55,6 +55,18 @@ void SetFileAttributesOf(const std::wstring& path, FileAttributes attributes)
     Require(::SetFileAttributesW(path.c_str(), value == 0 ? FILE_ATTRIBUTE_NORMAL : value) != FALSE);
 }
 
+void SetModifiedOf(const std::wstring& path, Seconds moment)
+{
+    constexpr Seconds EpochSeconds = 11'644'473'600; // from 1601 to 1970
+    constexpr Seconds TicksInASecond = 10'000'000;
+    const auto ticks = static_cast<std::uint64_t>((moment + EpochSeconds) * TicksInASecond);
+    const FILETIME time{static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32U)};
+    // With the last flag folders can be opened too.
+    const UniqueFile file(::CreateFileW(path.c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                        nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    Require(file && ::SetFileTime(file.get(), nullptr, nullptr, &time) != FALSE);
+}
+
 FileAttributes FileAttributesOf(const std::wstring& path)
 {
     const DWORD attributes = ::GetFileAttributesW(path.c_str());

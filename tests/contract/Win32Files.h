@@ -1,6 +1,7 @@
 // What the contract tests do with real files behind the back of the ports.
 #pragma once
 
+#include "platform/Clock.h"
 #include "support/FileState.h"
 
 #include <memory>
@@ -11,6 +12,9 @@ namespace sitekeeper {
 void SetFileAttributesOf(const std::wstring& path, FileAttributes attributes);
 /// Those that `FileAttributes` knows.
 [[nodiscard]] FileAttributes FileAttributesOf(const std::wstring& path);
+
+/// Dates the last change of a file or folder.
+void SetModifiedOf(const std::wstring& path, Seconds moment);
 
 /// Leaves access rights to the owner alone.
 void LeaveRightsToOwner(const std::wstring& path);

@@ -116,6 +116,7 @@ public:
     [[nodiscard]] std::optional<ShortcutFile> ReadShortcut(const std::wstring& path) override;
     void SetCurrentFolder(const std::wstring& path) override { fs::current_path(path); }
 
+    void SetModified(const std::wstring& path, Seconds moment) override { SetModifiedOf(path, moment); }
     void SetAttributes(const std::wstring& path, FileAttributes attributes) override
     {
         SetFileAttributesOf(path, attributes);

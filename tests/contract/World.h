@@ -51,6 +51,7 @@ public:
     [[nodiscard]] virtual std::optional<ShortcutFile> ReadShortcut(const std::wstring& path) = 0;
     virtual void SetCurrentFolder(const std::wstring& path) = 0;
 
+    virtual void SetModified(const std::wstring& path, Seconds moment) = 0;
     virtual void SetAttributes(const std::wstring& path, FileAttributes attributes) = 0;
     [[nodiscard]] virtual FileAttributes AttributesOf(const std::wstring& path) = 0;
     /// Takes a file's access rights from everyone but its owner.

@@ -4,8 +4,9 @@
 #include "platform/PlatformError.h"
 #include "settings/InstallationSettings.h"
 #include "support/MemoryEnvironment.h"
-#include "support/MemoryRegistry.h"
 #include "support/StillClock.h"
+
+#include <map>
 
 namespace {
 
@@ -13,15 +14,37 @@ using namespace sitekeeper;
 
 constexpr Seconds Fallback = -1; // no stored date can be this moment
 
+/// A registry of one key, with names in one spelling: the folding of letters would take most of the time.
+class OneKey final : public Registry
+{
+public:
+    [[nodiscard]] std::optional<std::vector<std::byte>> ReadValue(Hive /*hive*/, const std::wstring& /*key*/,
+                                                                  const std::wstring& name, KeyAccess /*access*/,
+                                                                  std::size_t limit) const override
+    {
+        const auto found = m_values.find(name);
+        return found == m_values.end() || found->second.size() > limit ? std::nullopt : std::optional(found->second);
+    }
+    bool WriteValue(Hive /*hive*/, const std::wstring& /*key*/, const std::wstring& name, ValueType /*type*/,
+                    std::span<const std::byte> bytes) override
+    {
+        m_values[name].assign(bytes.begin(), bytes.end());
+        return true;
+    }
+
+private:
+    std::map<std::wstring, std::vector<std::byte>> m_values;
+};
+
 void CheckBytes(std::span<const std::byte> bytes)
 {
-    const std::wstring key = InstallationSettings::UpdateReminderKey();
-    MemoryRegistry registry;
+    static const std::wstring key = InstallationSettings::UpdateReminderKey();
+    OneKey registry;
     const MemoryEnvironment environment;
     const StillClock clock;
     InstallationSettings settings(registry, environment, clock);
-    registry.SetBytes(Hive::CurrentUser, key, L"CheckWebVersionDate", ValueType::Text, bytes);
-    registry.SetBytes(Hive::CurrentUser, key, L"CheckWebVersionDays", ValueType::Number, bytes);
+    registry.WriteValue(Hive::CurrentUser, key, L"CheckWebVersionDate", ValueType::Text, bytes);
+    registry.WriteValue(Hive::CurrentUser, key, L"CheckWebVersionDays", ValueType::Number, bytes);
     constexpr std::size_t NumberSize = 4;
     constexpr std::uint32_t DaysFallback = 7;
     Require(bytes.size() <= NumberSize || settings.ReadUpdateDays(key, DaysFallback) == DaysFallback);

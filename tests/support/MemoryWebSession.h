@@ -15,6 +15,11 @@ public:
     void ReadPage(const std::wstring& address, std::size_t pieceSize, const TakePiece& take) override
     {
         m_read.push_back(address);
+        if (address == m_endless) {
+            for (const std::string piece(pieceSize, 'x'); take(piece);) {
+            }
+            return;
+        }
         const auto page = m_pages.find(address);
         if (page == m_pages.end()) {
             return;
@@ -28,11 +33,15 @@ public:
     /// The page at `address`, as far as it comes before an error.
     void Publish(const std::wstring& address, std::string page) { m_pages[address] = std::move(page); }
 
+    /// A page at `address` that has no end.
+    void PublishEndless(const std::wstring& address) { m_endless = address; }
+
     /// The addresses that were asked for, in their order.
     [[nodiscard]] const std::vector<std::wstring>& AllRead() const { return m_read; }
 
 private:
     std::map<std::wstring, std::string> m_pages;
+    std::wstring m_endless;
     std::vector<std::wstring> m_read;
 };
 

@@ -109,18 +109,8 @@ TEST(ReadPageText, EndsAPieceAtAZeroByte)
 
 TEST(ReadPageText, CutsAPageThatNeverEnds)
 {
-    class Endless final : public WebSession
-    {
-    public:
-        void ReadPage(const std::wstring& /*address*/, std::size_t pieceSize, const TakePiece& take) override
-        {
-            const std::string piece(pieceSize, 'x');
-            while (take(piece)) {
-                m_pieces++;
-            }
-        }
-        std::size_t m_pieces = 0;
-    } web;
+    MemoryWebSession web;
+    web.PublishEndless(Address);
     const Utf8CodePage codePage;
     const std::wstring text = ReadPageText(web, codePage, Address);
     EXPECT_GE(text.size(), LargestPage);

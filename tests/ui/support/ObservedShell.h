@@ -25,6 +25,7 @@ public:
         return m_inner.SaveShortcut(path, shortcut);
     }
     void Explore(const std::wstring& folder) override { m_inner.Explore(folder); }
+    void Open(const std::wstring& address) override { m_inner.Open(address); }
 
     /// Called when the work on the shortcuts begins, before the first of them is touched.
     std::function<void()> onWork;
