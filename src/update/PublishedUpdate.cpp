@@ -23,7 +23,7 @@ std::optional<std::wstring_view> Behind(std::wstring_view text, wchar_t mark)
 PlatformError BadPublishedDate(ResultCode code, const std::wstring& address, std::wstring_view date)
 {
     constexpr std::size_t Shown = 40; // a page may hold anything
-    return {code, Fill(L"The update page %s publishes a date that is none: \"%s\".", {address, date.substr(0, Shown)})};
+    return {code, Fill(L"The update page %s names an invalid date: \"%s\".", {address, date.substr(0, Shown)})};
 }
 
 } // namespace

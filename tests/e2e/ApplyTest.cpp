@@ -1,5 +1,6 @@
 // OK and Exit: the main job.
 #include "e2e/Journey.h"
+#include "e2e/support/Days.h"
 #include "e2e/support/FileTree.h"
 
 namespace sitekeeper::e2e {
@@ -32,7 +33,7 @@ TEST_F(Apply, BrowsingAndOkMoveTheSuiteToAnotherFolder)
     EXPECT_TRUE(IsNow(expected)) << "browsing writes nothing";
 
     ExpectFolders(expected, L"C:\\Suite\\", L"C:\\NewServer\\Suite\\", L"C:\\Suite\\Datafiles\\");
-    ExpectReminder(expected, L"2024-05-06 07:08:09", 14);
+    ExpectReminder(expected, L"2094-05-06 07:08:09", 14);
     ExpectRenewed(expected, Installation::DesktopFolder(), L"C:\\NewServer\\Suite\\");
     ExpectRenewed(expected, Installation::ProgramsFolder(), L"C:\\NewServer\\Suite\\");
     ExpectPosition(expected, main.Rectangle());
@@ -86,7 +87,7 @@ TEST_F(Apply, AFreshInstallationIsStoredWithItsDefaults)
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     ExpectFolders(expected, L"C:\\Suite\\", L"C:\\Suite\\", L"C:\\Suite\\Datafiles\\");
-    ExpectReminder(expected, L"2000-01-01 00:00:00", 7);
+    ExpectReminder(expected, DateAfter(7), 7); // armed by the start
     ExpectPosition(expected, main.Rectangle());
     main.Click(Control::Ok);
     ExpectEnd(run, expected);
@@ -100,7 +101,7 @@ TEST_F(Apply, AProgramAtTheRootOfADriveStoresEmptyFolders)
     const ProgramRun run(L"C:\\SiteKeeper64.exe");
     const MainWindow main(run);
     ExpectFolders(expected, L"", L"", L"Datafiles\\");
-    ExpectReminder(expected, L"2000-01-01 00:00:00", 7);
+    ExpectReminder(expected, DateAfter(7), 7); // armed by the start
     ExpectPosition(expected, main.Rectangle());
     main.Click(Control::Ok);
     ExpectEnd(run, expected);
@@ -163,11 +164,11 @@ TEST_F(Apply, AnEmptyPlaceholderBecomesAShortcutAndStrangersAreLeftAlone)
 
 TEST_F(Apply, AStoredDateInAnotherNotationIsRewrittenInTheUsualOne)
 {
-    WriteValue(Hive::User, ReminderKey, L"CheckWebVersionDate", TextValue(L"2024 05:06-07 08 09"));
+    WriteValue(Hive::User, ReminderKey, L"CheckWebVersionDate", TextValue(L"2094 05:06-07 08 09"));
     State expected = State::Take();
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
-    ExpectReminder(expected, L"2024-05-06 07:08:09", 14);
+    ExpectReminder(expected, L"2094-05-06 07:08:09", 14);
     ExpectPosition(expected, main.Rectangle());
     main.Click(Control::Ok);
     ExpectEnd(run, expected);
@@ -175,6 +176,7 @@ TEST_F(Apply, AStoredDateInAnotherNotationIsRewrittenInTheUsualOne)
 
 TEST_F(Apply, ADateWithoutATimeIsAsGoodAsNone)
 {
+    Installation::SetFolders(L"C:\\Suite\\", L"C:\\NewServer\\Suite\\", L"C:\\Suite\\Datafiles\\"); // no reminder
     WriteValue(Hive::User, ReminderKey, L"CheckWebVersionDate", TextValue(L"2024-05-06"));
     State expected = State::Take();
     const ProgramRun run(Installation::Program());

@@ -1,8 +1,9 @@
 // The path fields: choosing folders and opening them.
 #include "e2e/Journey.h"
+#include "e2e/support/EchoProgram.h"
 #include "e2e/support/FileTree.h"
 
-#include <cstring>
+#include <optional>
 
 namespace sitekeeper::e2e {
 namespace {
@@ -15,25 +16,21 @@ protected:
     /// Lets the shell explore folders with a program that writes its command line down.
     void StandInForExplorer()
     {
-        CopyFileTo(ShippedFile(L"tests\\e2e\\EchoCommandLine.exe"), Echo);
+        m_echo.emplace();
         Suite().Borrow(Hive::Machine, L"Software\\Classes\\Folder\\shell\\explore\\command", L"",
-                       TextValue(std::wstring(L"\"") + Echo + L"\" explore \"%1\""));
+                       TextValue(L"\"" + m_echo->Path() + L"\" explore \"%1\""));
     }
 
     /// What the stand-in was given, once it has run.
-    static std::wstring AwaitExplored(const ProgramRun& run)
+    std::wstring AwaitExplored(const ProgramRun& run)
     {
-        const std::wstring result = std::wstring(Echo) + L".txt";
-        run.Await("the explorer to start", [&] { return Exists(result); });
-        const std::string bytes = ReadWholeFile(result).value_or("");
-        RemoveFile(result);
-        std::wstring line(bytes.size() / sizeof(wchar_t), L'\0');
-        std::memcpy(line.data(), bytes.data(), line.size() * sizeof(wchar_t));
+        const std::wstring line = m_echo->AwaitCommandLine(run);
         const std::size_t verb = line.find(L"explore ");
         return verb == std::wstring::npos ? line : line.substr(verb);
     }
 
-    static constexpr const wchar_t* Echo = L"C:\\Elsewhere\\EchoCommandLine.exe";
+private:
+    std::optional<EchoProgram> m_echo;
 };
 
 } // namespace

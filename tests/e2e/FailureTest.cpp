@@ -139,6 +139,8 @@ TEST_F(Failure, AShellFolderWithABackslashIsTheSameFolder)
 TEST_P(BadDate, IsReportedOnceAndEndsTheProgramWithoutWriting)
 {
     Installation::AddOldShortcuts(Installation::DesktopFolder());
+    // Elsewhere than the program, so that the reminder does not meet the date first.
+    Installation::SetFolders(L"C:\\Suite\\", L"C:\\NewServer\\Suite\\", L"C:\\Suite\\Datafiles\\");
     WriteValue(Hive::User, ReminderKey, L"CheckWebVersionDate", TextValue(GetParam()));
     const State before = State::Take();
     const ProgramRun run(Installation::Program());

@@ -1,5 +1,6 @@
 // Leaving without applying.
 #include "e2e/Journey.h"
+#include "e2e/support/Days.h"
 
 namespace sitekeeper::e2e {
 namespace {
@@ -40,12 +41,13 @@ TEST_F(Leave, EscapeWritesNothingButTheWindowPosition)
     ExpectNothingButThePosition([](const MainWindow& main) { main.Press(Control::ApplicationPath, VK_ESCAPE); });
 }
 
-TEST_F(Leave, AFreshInstallationStaysFresh)
+TEST_F(Leave, AFreshInstallationGetsNoMoreThanItsReminder)
 {
     Installation::RemoveSettings();
     State expected = State::Take();
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
+    ExpectReminder(expected, DateAfter(7), 7);
     ExpectPosition(expected, main.Rectangle());
     main.Click(Control::Cancel);
     ExpectEnd(run, expected);

@@ -135,7 +135,7 @@ TEST_F(Start, HiddenControlsHoldTheReminder)
     EXPECT_EQ(main.Text(Control::ReminderDays), L"14");
     const SYSTEMTIME time = PickedTime(run, main);
     EXPECT_EQ((std::vector<int>{time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond}),
-              (std::vector<int>{2024, 5, 6, 7, 8, 9}));
+              (std::vector<int>{2094, 5, 6, 7, 8, 9}));
     for (const Control hidden : {Control::SessionList, Control::SessionLabel, Control::Profile, Control::ProfileLabel,
                                  Control::IconSizeList, Control::ReminderDate, Control::ReminderDays}) {
         ASSERT_NE(main.Item(hidden), nullptr) << static_cast<int>(hidden);
@@ -147,6 +147,8 @@ TEST_F(Start, HiddenControlsHoldTheReminder)
 
 TEST_F(Start, WithoutAStoredReminderTheHiddenControlsHoldTheDefaults)
 {
+    // Elsewhere than the program: the reminder would store its own.
+    Installation::SetFolders(L"C:\\Suite\\", L"C:\\NewServer\\Suite\\", L"C:\\Suite\\Datafiles\\");
     RemoveKey(Hive::User, ReminderKey);
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);

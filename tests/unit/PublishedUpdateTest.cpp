@@ -69,7 +69,7 @@ TEST_F(PublishedUpdate, RefusesADateThatIsNone)
           L"LX_2023_Plus_Update-2023_06_15.", L"LX_2023_Plus_Update2023_-6_15.", L"LX_2023_Plus_Update__."}) {
         EXPECT_EQ(Refusal(page), ResultCode::Fail) << testing::PrintToString(page);
     }
-    EXPECT_EQ(m_message, std::wstring(L"The update page ") + Address + L" publishes a date that is none: \"__\".");
+    EXPECT_EQ(m_message, std::wstring(L"The update page ") + Address + L" names an invalid date: \"__\".");
 }
 
 TEST_F(PublishedUpdate, RefusesADayThatCannotBeConverted)

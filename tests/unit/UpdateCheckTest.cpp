@@ -1,6 +1,7 @@
 // The update reminder: when it is due, what it reads and writes, what it asks.
 #include "update/UpdateCheck.h"
 
+#include "settings/RegistryText.h"
 #include "support/FaultyPlatform.h"
 
 #include <gmock/gmock.h>

@@ -81,6 +81,18 @@ void RemoveFile(const std::wstring& path)
     }
 }
 
+void SetModified(const std::wstring& path, long long moment)
+{
+    constexpr long long EpochSeconds = 11'644'473'600; // from 1601 to 1970
+    constexpr long long TicksInASecond = 10'000'000;
+    const auto ticks = static_cast<unsigned long long>((moment + EpochSeconds) * TicksInASecond);
+    const FILETIME time{static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32U)};
+    const OpenFile file(path, FILE_WRITE_ATTRIBUTES, OPEN_EXISTING);
+    if (!file.IsOpen() || ::SetFileTime(file.get(), nullptr, nullptr, &time) == FALSE) {
+        Refuse("cannot date", path);
+    }
+}
+
 std::optional<std::string> ReadWholeFile(const std::wstring& path)
 {
     const OpenFile file(path, GENERIC_READ, OPEN_EXISTING);

@@ -15,7 +15,10 @@ void MakeFolders(const std::wstring& folder);
 /// The file with exactly these bytes; its folder is made. These three throw when the system refuses.
 void WriteWholeFile(const std::wstring& path, const std::string& bytes);
 void CopyFileTo(const std::wstring& from, const std::wstring& to);
-void RemoveFile(const std::wstring& path);
+void RemoveFile(const std::wstring& path); // nothing happens when there is none
+
+/// Dates a file's last change; seconds since 1970. Throws when the system refuses.
+void SetModified(const std::wstring& path, long long moment);
 
 /// Nothing when the file cannot be read.
 [[nodiscard]] std::optional<std::string> ReadWholeFile(const std::wstring& path);

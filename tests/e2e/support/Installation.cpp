@@ -93,7 +93,7 @@ Installation::Installation()
     MakeFolders(L"C:\\Suite\\Help");
     MakeFolders(L"C:\\NewServer\\Suite\\Applications");
     SetFolders(L"C:\\Suite\\", L"C:\\Suite\\", L"C:\\Suite\\Datafiles\\");
-    WriteValue(Hive::User, ReminderKey, L"CheckWebVersionDate", TextValue(L"2024-05-06 07:08:09"));
+    WriteValue(Hive::User, ReminderKey, L"CheckWebVersionDate", TextValue(L"2094-05-06 07:08:09"));
     WriteValue(Hive::User, ReminderKey, L"CheckWebVersionDays", NumberValue(14));
 }
 

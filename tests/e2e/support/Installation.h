@@ -43,7 +43,7 @@ class Installation
 {
 public:
     /// Removes what an earlier test left and installs the suite in C:\Suite: program, dialogs library, the three
-    /// folders and the reminder in the registry (2024-05-06 07:08:09, 14 days). No shortcut.
+    /// folders and the reminder in the registry (2094-05-06 07:08:09, 14 days). No shortcut.
     Installation();
     Installation(const Installation&) = delete;
     Installation& operator=(const Installation&) = delete;

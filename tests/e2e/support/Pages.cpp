@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cwchar>
+#include <map>
 
 namespace sitekeeper::e2e {
 namespace {
@@ -116,20 +117,40 @@ HWND MessageWindow::Icon() const
     return nullptr;
 }
 
-bool MessageWindow::HasOnlyOk() const
+bool MessageWindow::IsTopMost() const
 {
-    int buttons = 0;
-    for (HWND child = ::GetWindow(m_window, GW_CHILD); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
-        buttons += WindowClass(child) == L"Button" && ::IsWindowVisible(child) != FALSE ? 1 : 0;
-    }
-    // A lone OK answers to Escape as well and may bear either number.
-    return buttons == 1 && (::GetDlgItem(m_window, IDOK) != nullptr || ::GetDlgItem(m_window, IDCANCEL) != nullptr);
+    constexpr LONG TopMost = WS_EX_TOPMOST;
+    return (::GetWindowLongW(m_window, GWL_EXSTYLE) & TopMost) != 0;
 }
 
-void MessageWindow::Confirm() const
+std::vector<std::wstring> MessageWindow::Buttons() const
+{
+    std::map<LONG, std::wstring> buttons; // by their left edges
+    for (HWND child = ::GetWindow(m_window, GW_CHILD); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
+        if (WindowClass(child) == L"Button" && ::IsWindowVisible(child) != FALSE) {
+            RECT place{};
+            ::GetWindowRect(child, &place);
+            buttons[place.left] = WindowText(child);
+        }
+    }
+    std::vector<std::wstring> texts;
+    for (const auto& [left, text] : buttons) {
+        texts.push_back(text);
+    }
+    return texts;
+}
+
+bool MessageWindow::HasOnlyOk() const
+{
+    // A lone OK answers to Escape as well and may bear either number.
+    return Buttons().size() == 1 &&
+           (::GetDlgItem(m_window, IDOK) != nullptr || ::GetDlgItem(m_window, IDCANCEL) != nullptr);
+}
+
+void MessageWindow::Press(int button) const
 {
     const HWND window = m_window;
-    ::PostMessageW(window, WM_COMMAND, IDOK, 0);
+    ::PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(button), 0);
     m_run.Await("the message box to close", [window] { return ::IsWindow(window) == FALSE; });
 }
 

@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace sitekeeper::e2e {
 
@@ -81,11 +82,18 @@ public:
     [[nodiscard]] HWND Owner() const;
     [[nodiscard]] HWND Icon() const;
 
+    /// Whether it stays above all other windows.
+    [[nodiscard]] bool IsTopMost() const;
+
     /// Whether OK is the only button.
     [[nodiscard]] bool HasOnlyOk() const;
 
-    /// Presses OK and waits until it is gone.
-    void Confirm() const;
+    /// What the buttons say, from left to right.
+    [[nodiscard]] std::vector<std::wstring> Buttons() const;
+
+    /// Presses OK, or the button of that number, and waits until it is gone.
+    void Confirm() const { Press(IDOK); }
+    void Press(int button) const;
 
 private:
     const ProgramRun& m_run;

@@ -1,0 +1,31 @@
+#include "e2e/support/EchoProgram.h"
+
+#include "e2e/support/FileTree.h"
+#include "e2e/support/Installation.h"
+
+#include <cstring>
+#include <utility>
+
+namespace sitekeeper::e2e {
+
+EchoProgram::EchoProgram(std::wstring path) : m_path(std::move(path))
+{
+    CopyFileTo(ShippedFile(L"tests\\e2e\\EchoCommandLine.exe"), m_path);
+}
+
+std::wstring EchoProgram::AwaitCommandLine(const ProgramRun& run) const
+{
+    run.Await("the program's stand-in to run", [this] { return HasRun(); });
+    const std::string bytes = ReadWholeFile(m_path + L".txt").value_or("");
+    RemoveFile(m_path + L".txt");
+    std::wstring line(bytes.size() / sizeof(wchar_t), L'\0');
+    std::memcpy(line.data(), bytes.data(), line.size() * sizeof(wchar_t));
+    return line;
+}
+
+bool EchoProgram::HasRun() const
+{
+    return Exists(m_path + L".txt");
+}
+
+} // namespace sitekeeper::e2e
