@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <limits>
+#include <vector>
 
 namespace sitekeeper {
 namespace {
@@ -91,6 +92,42 @@ TEST_F(ClockContract, CarriesFieldsBeyondTheirRangeOver)
         ASSERT_TRUE(moment);
         EXPECT_EQ(moment, clock.FromLocal(row.within));
         EXPECT_EQ(clock.ToLocal(*moment), row.within);
+    }
+}
+
+/// The beginnings of all days of a year, and of the day after it.
+std::vector<Seconds> Midnights(const Clock& clock, int year)
+{
+    std::vector<Seconds> midnights;
+    for (int month = 1; month <= 12; ++month) {
+        for (int day = 1; day <= 31; ++day) {
+            const std::optional<Seconds> noon = clock.FromLocal({year, month, day, 12, 0, 0});
+            if (!noon || clock.ToLocal(*noon)->day != day) {
+                continue; // no such day
+            }
+            const std::optional<Seconds> midnight = clock.FromLocal({year, month, day, 0, 0, 0});
+            EXPECT_TRUE(midnight) << year << '-' << month << '-' << day;
+            midnights.push_back(midnight.value_or(0));
+        }
+    }
+    midnights.push_back(clock.FromLocal({year + 1, 1, 1, 0, 0, 0}).value_or(0));
+    return midnights;
+}
+
+// Days of 23 and 25 hours, and midnights that the clocks leave out: each is some moment near by.
+TEST_F(ClockContract, KnowsTheBeginningOfEachDay)
+{
+    constexpr Seconds Hour = 3600;
+    for (const int year : {1971, 2018, 2024, 2037, 2038, 2039, 2106, 2999}) {
+        const std::vector<Seconds> midnights = Midnights(clock, year);
+        for (std::size_t day = 1; day < midnights.size(); ++day) {
+            const Seconds length = midnights[day] - midnights[day - 1];
+            EXPECT_GE(length, 23 * Hour) << year << ", day " << day;
+            EXPECT_LE(length, 25 * Hour) << year << ", day " << day;
+            const std::optional<CalendarTime> time = clock.ToLocal(midnights[day]);
+            ASSERT_TRUE(time);
+            EXPECT_TRUE(time->hour <= 1 || time->hour == 23) << year << ", day " << day;
+        }
     }
 }
 

@@ -33,6 +33,8 @@ public:
     /// The page at `address`, as far as it comes before an error.
     void Publish(const std::wstring& address, std::string page) { m_pages[address] = std::move(page); }
 
+    void Withdraw(const std::wstring& address) { m_pages.erase(address); }
+
     /// A page at `address` that has no end.
     void PublishEndless(const std::wstring& address) { m_endless = address; }
 

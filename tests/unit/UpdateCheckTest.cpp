@@ -1,8 +1,5 @@
 // The update reminder: when it is due, what it reads and writes, what it asks.
-#include "update/UpdateCheck.h"
-
-#include "settings/RegistryText.h"
-#include "support/FaultyPlatform.h"
+#include "unit/UpdateFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,67 +9,8 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using Box = ScriptedMessageBoxes::Box;
 
-constexpr const wchar_t* Address = L"https://updates.example/software-updates/";
-constexpr const wchar_t* ReminderKey = L"Software\\ORIVEL\\LX Plus\\2023\\Assist";
-constexpr const char* Newer = "<a>LX_2023_Plus_Update2024_05_06.exe</a>"; // the clock's own day
-constexpr Seconds Today = 1714953600;                                     // 2024-05-06 00:00:00 UTC
-constexpr Seconds Day = 86400;
-
-const Box Question{WindowId::None,
-                   L"A newer version of LX Plus 2023 is available.\n\nDo you want to download it from the website?\n\n"
-                   L"If you Cancel, you will not be prompted again.",
-                   L"LX Plus 2023", MessageStyle::TopMostQuestion};
-
-Box Told(const std::wstring& text)
-{
-    return {WindowId::None, text, L"LX Plus 2023", MessageStyle::TopMostInformation};
-}
-
-/// An installation whose newest file is a day older than the published update.
-void Install(MemoryPlatform& memory)
-{
-    InstallationSettings settings = SettingsOn(memory.Ports());
-    settings.WriteFolder(SuiteFolder::Program, L"C:\\Suite\\");
-    settings.WriteFolder(SuiteFolder::Application, L"c:\\SUITE");
-    memory.files.AddFile(L"C:\\Suite\\Applications\\SiteKeeper64.exe");
-    memory.files.SetModified(L"C:\\Suite\\Applications\\SiteKeeper64.exe", Today - Day);
-    memory.registry.SetText(Hive::CurrentUser, ReminderKey, L"CheckWebVersionDate", L"2024-05-06 00:00:00");
-    memory.registry.SetNumber(Hive::CurrentUser, ReminderKey, L"CheckWebVersionDays", 14);
-    memory.web.Publish(Address, Newer);
-}
-
-void Check(const Platform& ports)
-{
-    InstallationSettings settings = SettingsOn(ports);
-    UpdateCheck(ports, settings, Address).RunUpdateCheck();
-}
-
-class UpdateCheckTest : public testing::Test
-{
-protected:
-    UpdateCheckTest() { Install(memory); }
-
-    void StoreDate(const std::wstring& text)
-    {
-        memory.registry.SetText(Hive::CurrentUser, ReminderKey, L"CheckWebVersionDate", text);
-    }
-    [[nodiscard]] std::wstring StoredDate() const
-    {
-        return ReadRegistryText(memory.registry, Hive::CurrentUser, ReminderKey, L"CheckWebVersionDate",
-                                KeyAccess::QueryValue);
-    }
-    void StoreDays(std::uint32_t days)
-    {
-        memory.registry.SetNumber(Hive::CurrentUser, ReminderKey, L"CheckWebVersionDays", days);
-    }
-    [[nodiscard]] std::uint32_t StoredDays() { return SettingsOn(memory.Ports()).ReadUpdateDays(ReminderKey, 4711); }
-    void Run() { Check(memory.Ports()); }
-
-    TimeZoneScope m_zone{Utc};
-    MemoryPlatform memory;
-};
+using UpdateCheckTest = UpdateFixture;
 
 TEST_F(UpdateCheckTest, RunsOnlyWhereBothPathsAreTheSame)
 {
@@ -125,7 +63,7 @@ TEST_F(UpdateCheckTest, AsksAndOpensThePageOnAYes)
 {
     memory.messages.Expect(Answer::Yes);
     Run();
-    EXPECT_THAT(memory.messages.Shown(), ElementsAre(Question));
+    EXPECT_THAT(memory.messages.Shown(), ElementsAre(Question()));
     EXPECT_THAT(memory.shell.Opened(), ElementsAre(Address));
     EXPECT_EQ(StoredDate(), L"2024-05-20 00:00:00");
 }
@@ -139,8 +77,8 @@ TEST_F(UpdateCheckTest, TellsTheDaysOnANo)
         each.messages.Expect(Answer::No);
         each.messages.Expect();
         Check(each.Ports());
-        EXPECT_THAT(each.messages.Shown(), ElementsAre(Question, Told(std::wstring(L"You will be reminded in ") + text +
-                                                                      L" days of a new update.")));
+        EXPECT_THAT(each.messages.Shown(), ElementsAre(Question(), Told(std::wstring(L"You will be reminded in ") +
+                                                                        text + L" days of a new update.")));
         EXPECT_THAT(each.shell.Opened(), IsEmpty());
     }
 }
@@ -150,7 +88,8 @@ TEST_F(UpdateCheckTest, AsksAgainAfterAYearOnACancel)
     memory.messages.Expect(Answer::Cancel);
     memory.messages.Expect();
     Run();
-    EXPECT_THAT(memory.messages.Shown(), ElementsAre(Question, Told(L"You will not be reminded of any new updates.")));
+    EXPECT_THAT(memory.messages.Shown(),
+                ElementsAre(Question(), Told(L"You will not be reminded of any new updates.")));
     EXPECT_EQ(StoredDate(), L"2025-05-06 00:00:00");
     EXPECT_THAT(memory.shell.Opened(), IsEmpty());
 }
