@@ -1,6 +1,6 @@
 #include "access/EntryOrder.h"
 #include "access/IniFile.h"
-#include "access/PlainText.h"
+#include "text/PlainText.h"
 #include "access/SafeSave.h"
 
 #include <algorithm>

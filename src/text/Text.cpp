@@ -18,15 +18,18 @@ struct FoldRange
 
 /// Capitals that stand in one block at a fixed distance before their small letters.
 constexpr FoldRange Blocks[] = {
-    {U'A', U'Z', 32},   {0xC0, 0xD6, 32},   {0xD8, 0xDE, 32},   {0x391, 0x3A1, 32},
-    {0x3A3, 0x3AB, 32}, {0x400, 0x40F, 80}, {0x410, 0x42F, 32}, {0x386, 0x386, 38},
-    {0x388, 0x38A, 37}, {0x38C, 0x38C, 64}, {0x38E, 0x38F, 63},
+    {0xC0, 0xD6, 32},   {0xD8, 0xDE, 32},   {0x391, 0x3A1, 32}, {0x3A3, 0x3AB, 32}, {0x400, 0x40F, 80},
+    {0x410, 0x42F, 32}, {0x386, 0x386, 38}, {0x388, 0x38A, 37}, {0x38C, 0x38C, 64}, {0x38E, 0x38F, 63},
 };
 
 /// Blocks in which a capital stands directly before its small letter: capitals even, or odd where so marked.
 constexpr FoldRange EvenPairs[] = {{0x100, 0x12F, 0}, {0x132, 0x137, 0}, {0x14A, 0x177, 0},   {0x460, 0x481, 0},
                                    {0x48A, 0x4BF, 0}, {0x4D0, 0x52F, 0}, {0x1E00, 0x1E95, 0}, {0x1EA0, 0x1EFF, 0}};
 constexpr FoldRange OddPairs[] = {{0x139, 0x148, 0}, {0x179, 0x17E, 0}, {0x4C1, 0x4CE, 0}};
+
+constexpr std::uint32_t FirstBeyondAscii = 0x80;
+constexpr std::uint32_t LettersOfAscii = 26;
+constexpr std::uint32_t AsciiDistance = 32; // from a capital to its small letter
 
 constexpr std::uint32_t CapitalYWithDiaeresis = 0x178;
 constexpr std::uint32_t SmallYWithDiaeresis = 0xFF;
@@ -50,6 +53,9 @@ bool IsBlank(wchar_t character) noexcept
 wchar_t FoldCase(wchar_t character) noexcept
 {
     const std::uint32_t code = CodeUnit(character);
+    if (code < FirstBeyondAscii) { // nearly every character there is
+        return code - U'A' < LettersOfAscii ? static_cast<wchar_t>(code + AsciiDistance) : character;
+    }
     if (const FoldRange* block = Find(Blocks, code)) {
         return static_cast<wchar_t>(code + block->distance);
     }

@@ -9,6 +9,7 @@ namespace sitekeeper {
 namespace {
 
 constexpr std::size_t PieceSize = 50;
+constexpr std::wstring_view CaselessPart = L"_2023_"; // of the update key
 constexpr int FirstYear = 1970;
 constexpr int LastMonth = 12;
 constexpr int LastDay = 31;
@@ -28,33 +29,25 @@ PlatformError BadPublishedDate(ResultCode code, const std::wstring& address, std
 
 } // namespace
 
-std::wstring ReadPageText(WebSession& web, const CodePage& codePage, const std::wstring& address)
+PageText ReadPageText(WebSession& web, const CodePage& codePage, const std::wstring& address)
 {
-    std::wstring text;
+    PageText text;
     std::size_t size = 0;
     web.ReadPage(address, PieceSize, [&](std::string_view piece) {
         size += piece.size();
-        // The end of a piece counts as the end of a text: a zero byte ends it too.
-        codePage.Decode(piece.substr(0, piece.find('\0')), text);
+        text.Append(piece, codePage);
         return size < LargestPage;
     });
     return text;
 }
 
-Seconds PublishedDate(const std::wstring& page, Seconds fallback, const Clock& clock, const std::wstring& address)
+Seconds PublishedDate(const PageText& page, Seconds fallback, const Clock& clock, const std::wstring& address)
 {
-    const std::wstring text = ToLowerCase(page);
-    const std::wstring key = ToLowerCase(UpdateKey);
-    const std::size_t place = text.find(key);
-    if (place == std::wstring::npos) {
+    const std::optional<std::wstring> found = page.Between(UpdateKey, CaselessPart, L'.');
+    if (!found) {
         return fallback;
     }
-    const std::wstring_view rest = std::wstring_view(text).substr(place + key.size());
-    const std::size_t end = rest.find(L'.');
-    if (end == std::wstring_view::npos) {
-        return fallback;
-    }
-    const std::wstring_view date = rest.substr(0, end);
+    const std::wstring_view date = *found;
     const std::optional<std::wstring_view> month = Behind(date, L'_');
     const std::optional<std::wstring_view> day = month ? Behind(*month, L'_') : std::nullopt;
     if (!day) {

@@ -5,10 +5,11 @@
 #include "support/MemoryWebSession.h"
 #include "support/StillClock.h"
 #include "support/Utf8CodePage.h"
+#include "text/Text.h"
 #include "update/PublishedUpdate.h"
 
+#include <algorithm>
 #include <string>
-#include <string_view>
 
 namespace {
 
@@ -23,14 +24,20 @@ void CheckPage(std::string page)
     const std::size_t size = page.size();
     MemoryWebSession web;
     web.Publish(Address, std::move(page));
-    const std::wstring text = ReadPageText(web, Utf8CodePage(), Address);
+    const PageText collected = ReadPageText(web, Utf8CodePage(), Address);
+    const std::wstring text = collected.Text();
     Require(text.size() <= size); // no byte becomes two characters
     const StillClock clock;
     try {
-        const Seconds moment = PublishedDate(text, Fallback, clock, Address);
+        const Seconds moment = PublishedDate(collected, Fallback, clock, Address);
         Require(moment == Fallback || (moment >= 0 && moment % Day == 0));
-        Require(moment == Fallback || PublishedDate(text + L"._.", Fallback, clock, Address) == moment);
-        Require(moment == Fallback || PublishedDate(L"_._" + text, Fallback, clock, Address) == moment);
+        // The naive way to the same date.
+        const std::wstring lower = ToLowerCase(text);
+        const std::size_t key = lower.find(ToLowerCase(UpdateKey));
+        const std::size_t stop = key == std::wstring::npos ? key : lower.find(L'.', key + UpdateKey.size());
+        Require(moment == Fallback || stop != std::wstring::npos);
+        const std::wstring alone = L"\u00E9" + lower.substr(std::min(key, lower.size()));
+        Require(PublishedDate(PageText(alone), Fallback, clock, Address) == moment);
     } catch (const PlatformError& error) {
         Require(error.Code() == ResultCode::Fail || error.Code() == ResultCode::InvalidArgument);
         Require(error.Message().find(Address) != std::wstring::npos);

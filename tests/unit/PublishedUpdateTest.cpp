@@ -19,9 +19,14 @@ constexpr const wchar_t* Address = L"https://updates.example/software-updates/";
 class PublishedUpdate : public testing::Test
 {
 protected:
+    /// The date, read from the page as it comes and from the same page behind a character that is not plain.
     [[nodiscard]] Seconds Read(const std::wstring& page) const
     {
-        return PublishedDate(page, Fallback, m_clock, Address);
+        PageText plain;
+        plain.Append(std::string(page.begin(), page.end()), Utf8CodePage());
+        const Seconds wide = PublishedDate(PageText(L"\u00E9" + page), Fallback, m_clock, Address);
+        EXPECT_EQ(PublishedDate(plain, Fallback, m_clock, Address), wide) << testing::PrintToString(page);
+        return wide;
     }
 
     /// The code that the page raises; Ok when it raises none.
@@ -49,6 +54,7 @@ TEST_F(PublishedUpdate, IsTheBeginningOfTheDayBehindTheKey)
     EXPECT_EQ(Read(L"LX_2023_PLUS_UPDATE \t2023_ 06_ 15 and more._"), June15);
     EXPECT_EQ(Read(L"LX_2023_Plus_Update2023x_06y_15z_99."), June15);
     EXPECT_EQ(Read(L"LX_2023_Plus_Update2023_06_15.LX_2023_Plus_Update2024_01_01."), June15);
+    EXPECT_EQ(Read(L"_2023_LX_2023_LX_2023_2023_LX_2023_Plus_Update2023_06_15."), June15);
 }
 
 TEST_F(PublishedUpdate, IsTheFallbackWhereThePageNamesNone)
@@ -56,7 +62,8 @@ TEST_F(PublishedUpdate, IsTheFallbackWhereThePageNamesNone)
     for (const wchar_t* const page :
          {L"", L"no such key", L"LX_2023_Plus_Updat2023_06_15.", L"LX_2023_Plus_Update2023_06_15",
           L"LX_2023_Plus_Update.2023_06_15", L"LX_2023_Plus_Update2023_06.15", L"LX_2023_Plus_Update2023.",
-          L"LX_2022_Plus_Update2023_06_15."}) {
+          L"LX_2022_Plus_Update2023_06_15.", L"_2023_Plus_Update2023_06_15.", L"X_2023_Plus_Update2023_06_15.",
+          L"LX_2023_", L"LX_2023_Plus_Update"}) {
         EXPECT_EQ(Read(page), Fallback) << testing::PrintToString(page);
     }
 }
@@ -94,9 +101,27 @@ TEST(ReadPageText, TakesThePageInPiecesOfFiftyBytes)
     const Utf8CodePage codePage;
     web.Publish(Address, std::string(49, 'a') + "\xC3\xA9" + std::string(48, 'b') + "c");
     // A character cut in two by the end of a piece is lost, and nothing else.
-    EXPECT_EQ(ReadPageText(web, codePage, Address),
+    EXPECT_EQ(ReadPageText(web, codePage, Address).Text(),
               std::wstring(49, L'a') + L"\uFFFD\uFFFD" + std::wstring(48, L'b') + L"c");
-    EXPECT_EQ(ReadPageText(web, codePage, L"https://elsewhere.example/"), L"");
+    EXPECT_EQ(ReadPageText(web, codePage, L"https://elsewhere.example/").Text(), L"");
+}
+
+TEST(ReadPageText, KeepsPlainPiecesBesideOthers)
+{
+    MemoryWebSession web;
+    const Utf8CodePage codePage;
+    std::string page(50, 'a'); // a piece for each kind
+    page += "\xC3\xA9" + std::string(48, 'b') + std::string(50, 'c') + "\xC3\xA9";
+    web.Publish(Address, page);
+    EXPECT_EQ(ReadPageText(web, codePage, Address).Text(),
+              std::wstring(50, L'a') + L"\u00E9" + std::wstring(48, L'b') + std::wstring(50, L'c') + L"\u00E9");
+    for (std::size_t place = 0; place < 20; ++place) { // each place of a word and its rest
+        std::string piece(20, 'x');
+        piece[place] = '\x80';
+        PageText text;
+        text.Append(piece, codePage);
+        EXPECT_EQ(text.Text()[place], L'\uFFFD') << place;
+    }
 }
 
 TEST(ReadPageText, EndsAPieceAtAZeroByte)
@@ -104,7 +129,7 @@ TEST(ReadPageText, EndsAPieceAtAZeroByte)
     MemoryWebSession web;
     const Utf8CodePage codePage;
     web.Publish(Address, std::string("ab\0cd", 5) + std::string(45, 'x') + "next");
-    EXPECT_EQ(ReadPageText(web, codePage, Address), L"abnext");
+    EXPECT_EQ(ReadPageText(web, codePage, Address).Text(), L"abnext");
 }
 
 TEST(ReadPageText, CutsAPageThatNeverEnds)
@@ -112,7 +137,7 @@ TEST(ReadPageText, CutsAPageThatNeverEnds)
     MemoryWebSession web;
     web.PublishEndless(Address);
     const Utf8CodePage codePage;
-    const std::wstring text = ReadPageText(web, codePage, Address);
+    const std::wstring text = ReadPageText(web, codePage, Address).Text();
     EXPECT_GE(text.size(), LargestPage);
     EXPECT_LT(text.size(), LargestPage + 50);
 }

@@ -1,0 +1,201 @@
+// The update reminder on the real system: the newest of many files beside a bare walk over them, a page from the web
+// session beside a copy of its bytes, and the program's start with the reminder not due beside its start without it.
+// Prints one line for each, medians of runs that alternate.
+//
+// reminder_bench PROGRAM [RUNS]
+#include "Measure.h"
+#include "ProgramStart.h"
+#include "settings/InstallationSettings.h"
+#include "update/PublishedUpdate.h"
+#include "win32/Win32Clock.h"
+#include "win32/Win32CodePage.h"
+#include "win32/Win32Environment.h"
+#include "win32/Win32FileSystem.h"
+#include "win32/Win32Registry.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cwchar>
+#include <exception>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace sitekeeper;
+using namespace sitekeeper::bench;
+
+void PrintPair(const char* what, double count, double ours, double peer)
+{
+    std::printf("%-34s %10.0f %12.3f %12.3f ms %6.2f\n", what, count, ours, peer, ours / peer);
+}
+
+/// Both in turn, so that the machine's moods meet both.
+void Compare(const char* what, double count, int runs, const std::function<void()>& ours,
+             const std::function<void()>& peer)
+{
+    std::vector<double> ourTimes;
+    std::vector<double> peerTimes;
+    for (int run = 0; run < runs; ++run) {
+        const Stopwatch ourWatch;
+        ours();
+        ourTimes.push_back(ourWatch.Milliseconds());
+        const Stopwatch peerWatch;
+        peer();
+        peerTimes.push_back(peerWatch.Milliseconds());
+    }
+    PrintPair(what, count, Median(ourTimes), Median(peerTimes));
+}
+
+/// A folder with so many program files, for the life of this object.
+class ProgramFolder
+{
+public:
+    explicit ProgramFolder(int count) : m_count(count)
+    {
+        wchar_t temporary[MAX_PATH]{};
+        ::GetTempPathW(MAX_PATH, temporary);
+        m_path = std::wstring(temporary) + L"SkReminderBench\\";
+        ::CreateDirectoryW(m_path.c_str(), nullptr);
+        for (int number = 0; number < m_count; ++number) {
+            ::CloseHandle(::CreateFileW(NameOf(number).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+        }
+    }
+    ProgramFolder(const ProgramFolder&) = delete;
+    ProgramFolder& operator=(const ProgramFolder&) = delete;
+    ~ProgramFolder()
+    {
+        for (int number = 0; number < m_count; ++number) {
+            ::DeleteFileW(NameOf(number).c_str());
+        }
+        ::RemoveDirectoryW(m_path.c_str());
+    }
+    [[nodiscard]] std::wstring Pattern() const { return m_path + L"*.exe"; }
+
+private:
+    [[nodiscard]] std::wstring NameOf(int number) const { return m_path + std::to_wstring(number) + L".exe"; }
+
+    int m_count;
+    std::wstring m_path;
+};
+
+void BenchScan(int count, int runs)
+{
+    const ProgramFolder folder(count);
+    const std::wstring pattern = folder.Pattern();
+    const Win32FileSystem files;
+    Seconds newest = 0;
+    int found = 0;
+    Compare(
+        "newest of so many files", count, runs,
+        [&] {
+            files.Search(pattern, [&newest](const FoundFile& file) {
+                newest = std::max(newest, file.modified.value_or(newest));
+            });
+        },
+        [&] {
+            WIN32_FIND_DATAW data{};
+            FILETIME last{};
+            const HANDLE search = ::FindFirstFileW(pattern.c_str(), &data);
+            do {
+                last = ::CompareFileTime(&data.ftLastWriteTime, &last) > 0 ? data.ftLastWriteTime : last;
+                ++found;
+            } while (::FindNextFileW(search, &data) != FALSE);
+            ::FindClose(search);
+        });
+    if (found != count * runs || newest == 0) {
+        throw std::runtime_error("the walk did not find the files");
+    }
+}
+
+/// Hands a page on as the real session does, without a server.
+class PageInMemory final : public WebSession
+{
+public:
+    explicit PageInMemory(std::string page) : m_page(std::move(page)) {}
+
+    void ReadPage(const std::wstring& /*address*/, std::size_t pieceSize, const TakePiece& take) override
+    {
+        for (std::string_view rest = m_page; !rest.empty() && take(rest.substr(0, pieceSize));) {
+            rest.remove_prefix(std::min(pieceSize, rest.size()));
+        }
+    }
+    [[nodiscard]] const std::string& Page() const { return m_page; }
+
+private:
+    std::string m_page;
+};
+
+void BenchPage(std::size_t size, int runs)
+{
+    std::string content;
+    while (content.size() < size) {
+        content += "<p>Some line of the page, Letters and all: Lorem LX_2023.</p>\n";
+    }
+    content.resize(size);
+    PageInMemory web(std::move(content));
+    const Win32CodePage codePage;
+    const Win32Clock clock;
+    std::size_t copied = 0;
+    Compare(
+        "page of so many bytes, and copied", static_cast<double>(size), runs,
+        [&] { static_cast<void>(PublishedDate(ReadPageText(web, codePage, L""), 0, clock, L"")); },
+        [&] {
+            const std::string copy = web.Page();
+            copied += static_cast<std::size_t>(copy.back());
+        });
+    if (copied == 0) {
+        throw std::runtime_error("nothing was copied");
+    }
+}
+
+/// The paths as the reminder compares them: the same, or not.
+void BenchStart(const std::wstring& program, int runs)
+{
+    Win32Registry registry;
+    const Win32Environment environment;
+    const Win32Clock clock;
+    InstallationSettings settings(registry, environment, clock);
+    const std::wstring key = InstallationSettings::UpdateReminderKey();
+    constexpr Seconds FarAway = 3'900'000'000;
+    settings.WriteUpdateDate(key, FarAway);
+    settings.WriteFolder(SuiteFolder::Program, L"C:\\Suite\\");
+    std::vector<double> notDue;
+    std::vector<double> without;
+    for (int run = 0; run < runs; ++run) {
+        settings.WriteFolder(SuiteFolder::Application, L"C:\\Suite\\");
+        notDue.push_back(MeasureStart(program).milliseconds);
+        settings.WriteFolder(SuiteFolder::Application, L"N:\\Suite\\");
+        without.push_back(MeasureStart(program).milliseconds);
+    }
+    PrintPair("start, not due, and without", 1, Median(notDue), Median(without));
+}
+
+} // namespace
+
+int wmain(int count, wchar_t** arguments)
+{
+    if (count < 2) {
+        std::fputs("usage: reminder_bench PROGRAM [RUNS]\n", stderr);
+        return 2;
+    }
+    const int runs = count > 2 ? static_cast<int>(std::wcstol(arguments[2], nullptr, 10)) : 11;
+    try {
+        for (const int files : {10, 1'000, 100'000}) {
+            BenchScan(files, runs);
+        }
+        constexpr std::size_t KiB = 1024;
+        for (const std::size_t size : {KiB, KiB * KiB, 16 * KiB * KiB}) {
+            BenchPage(size, runs);
+        }
+        BenchStart(arguments[1], runs);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "reminder_bench: %s\n", error.what());
+        return 1;
+    }
+    return 0;
+}
