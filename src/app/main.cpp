@@ -13,6 +13,7 @@
 #include "win32/Win32HelpViewer.h"
 #include "win32/Win32MessageBoxes.h"
 #include "win32/Win32Modules.h"
+#include "win32/Win32Processes.h"
 #include "win32/Win32Registry.h"
 #include "win32/Win32Shell.h"
 #include "win32/Win32WebSession.h"
@@ -37,8 +38,9 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE /*previous*/, wchar_t* /*comma
     Win32CodePage codePage;
     Win32Clipboard clipboard;
     Win32WebSession web(L"SiteKeeper");
+    Win32Processes processes;
     const Platform platform{registry, files, shell, folders,  messages,  modules, environment,
-                            accounts, clock, help,  codePage, clipboard, web};
+                            accounts, clock, help,  codePage, clipboard, web,     processes};
     const auto remind = [&] {
         InstallationSettings settings(registry, environment, clock);
         UpdateCheck(platform, settings, CWinApp::ResourceText(instance, IDS_UPDATES_URL)).RunUpdateCheck();

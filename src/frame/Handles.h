@@ -98,6 +98,12 @@ struct FileSearchPolicy : FilePolicy
 {
     static void Close(HANDLE search) noexcept { ::FindClose(search); }
 };
+struct ProcessPolicy : NullHandlePolicy<HANDLE>
+{
+    static void Close(HANDLE process) noexcept { ::CloseHandle(process); }
+};
+struct ThreadPolicy : ProcessPolicy
+{};
 struct GlobalMemoryPolicy : NullHandlePolicy<HGLOBAL>
 {
     static void Close(HGLOBAL memory) noexcept { ::GlobalFree(memory); }
@@ -132,6 +138,8 @@ using UniqueRegistryKey = UniqueHandle<RegistryKeyPolicy>;
 using UniqueModule = UniqueHandle<ModulePolicy>;
 using UniqueFile = UniqueHandle<FilePolicy>;
 using UniqueFileSearch = UniqueHandle<FileSearchPolicy>;
+using UniqueProcess = UniqueHandle<ProcessPolicy>;
+using UniqueThread = UniqueHandle<ThreadPolicy>;
 using UniqueGlobalMemory = UniqueHandle<GlobalMemoryPolicy>;
 using UniqueIcon = UniqueHandle<IconPolicy>;
 using UniqueCursor = UniqueHandle<CursorPolicy>;

@@ -11,6 +11,7 @@
 #include "platform/HelpViewer.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Modules.h"
+#include "platform/Processes.h"
 #include "platform/Registry.h"
 #include "platform/Shell.h"
 #include "platform/WebSession.h"
@@ -32,6 +33,7 @@ struct Platform
     CodePage& codePage;
     Clipboard& clipboard;
     WebSession& web;
+    Processes& processes;
 };
 
 } // namespace sitekeeper

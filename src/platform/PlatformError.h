@@ -14,7 +14,7 @@ enum class ResultCode : std::int32_t
     Ok = 0,
     /// E_FAIL: an unspecified failure; here, date fields that are out of range.
     Fail = static_cast<std::int32_t>(0x80004005U),
-    /// E_INVALIDARG: here, a time that cannot be converted.
+    /// E_INVALIDARG: here, a time that cannot be converted, or a search that begins where none can.
     InvalidArgument = static_cast<std::int32_t>(0x80070057U),
 };
 

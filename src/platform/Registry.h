@@ -1,10 +1,12 @@
-// Port: the Windows registry, one value at a time. Nothing is cached; every operation opens its key and closes it.
+// Port: the Windows registry, one value at a time. Nothing is cached; every operation opens its key and closes it, but
+// for the walk over a key's sub-keys.
 #pragma once
 
 #include "platform/Port.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -34,6 +36,40 @@ enum class KeyAccess
     Read,
 };
 
+/// How a step of a walk over sub-keys ended. Values from winerror.h; others come as they are.
+enum class RegistryStatus : std::uint32_t
+{
+    /// ERROR_SUCCESS
+    Success = 0,
+    /// ERROR_FILE_NOT_FOUND: there is no such key.
+    NotFound = 2,
+    /// ERROR_ACCESS_DENIED
+    AccessDenied = 5,
+    /// ERROR_NO_MORE_ITEMS: the index is behind the last sub-key.
+    NoMoreItems = 259,
+};
+
+/// The sub-keys of a key that is open for enumerating. Its end closes the key.
+class SubKeys : public Port
+{
+public:
+    /// How many there were when the key was opened.
+    [[nodiscard]] virtual std::uint32_t Count() const = 0;
+
+    /// Puts the name of the sub-key at `index`, from 0, into `name`: of any length, and in the case in which the key
+    /// was made. The order is the system's and stays the same while no sub-key is made or removed. Otherwise gives the
+    /// reason, and `name` is empty.
+    [[nodiscard]] virtual RegistryStatus ReadName(std::uint32_t index, std::wstring& name) const = 0;
+};
+
+/// What opening a key for enumerating gives.
+struct OpenedSubKeys
+{
+    RegistryStatus status = RegistryStatus::NotFound;
+    /// Null unless `status` is Success.
+    std::unique_ptr<SubKeys> keys;
+};
+
 class Registry : public Port
 {
 public:
@@ -50,6 +86,10 @@ public:
     /// False when a step failed; then the value is as it was, though keys may have been created.
     virtual bool WriteValue(Hive hive, const std::wstring& key, const std::wstring& name, ValueType type,
                             std::span<const std::byte> bytes) = 0;
+
+    /// Opens a key for enumerating, with KEY_QUERY_VALUE and KEY_ENUMERATE_SUB_KEYS, and asks it how many sub-keys it
+    /// has. When a step fails, its status and no keys.
+    [[nodiscard]] virtual OpenedSubKeys OpenSubKeys(Hive hive, const std::wstring& key) const = 0;
 };
 
 } // namespace sitekeeper

@@ -7,8 +7,14 @@ namespace sitekeeper {
 std::wstring ReadRegistryText(const Registry& registry, Hive hive, const std::wstring& key, const std::wstring& name,
                               KeyAccess access)
 {
+    return FindRegistryText(registry, hive, key, name, access).value_or(std::wstring());
+}
+
+std::optional<std::wstring> FindRegistryText(const Registry& registry, Hive hive, const std::wstring& key,
+                                             const std::wstring& name, KeyAccess access)
+{
     const auto bytes = registry.ReadValue(hive, key, name, access, TextValueLimit);
-    return bytes ? DecodeUtf16(*bytes) : std::wstring();
+    return bytes ? std::optional(DecodeUtf16(*bytes)) : std::nullopt;
 }
 
 bool WriteRegistryText(Registry& registry, Hive hive, const std::wstring& key, const std::wstring& name,

@@ -4,6 +4,7 @@
 #include "platform/Registry.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 
 namespace sitekeeper {
@@ -15,6 +16,10 @@ inline constexpr std::size_t TextValueLimit = 2048;
 /// or is longer than TextValueLimit bytes, its terminator counted where it has one.
 [[nodiscard]] std::wstring ReadRegistryText(const Registry& registry, Hive hive, const std::wstring& key,
                                             const std::wstring& name, KeyAccess access);
+
+/// The same, but nothing when the value cannot be read, for callers to whom an empty text means something.
+[[nodiscard]] std::optional<std::wstring> FindRegistryText(const Registry& registry, Hive hive, const std::wstring& key,
+                                                           const std::wstring& name, KeyAccess access);
 
 /// Stores `text` as a text value with its terminating zero: an empty text takes two bytes. Creates the key where it
 /// is missing. False when it could not be stored.

@@ -4,8 +4,15 @@
 
 #include <windows.h>
 
+#include <utility>
+
 namespace sitekeeper {
 namespace {
+
+static_assert(static_cast<LSTATUS>(RegistryStatus::Success) == ERROR_SUCCESS &&
+              static_cast<LSTATUS>(RegistryStatus::NotFound) == ERROR_FILE_NOT_FOUND &&
+              static_cast<LSTATUS>(RegistryStatus::AccessDenied) == ERROR_ACCESS_DENIED &&
+              static_cast<LSTATUS>(RegistryStatus::NoMoreItems) == ERROR_NO_MORE_ITEMS);
 
 HKEY RootOf(Hive hive)
 {
@@ -16,6 +23,32 @@ REGSAM RightsOf(KeyAccess access)
 {
     return access == KeyAccess::QueryValue ? KEY_QUERY_VALUE : KEY_READ;
 }
+
+class Win32SubKeys final : public SubKeys
+{
+public:
+    /// `longest` is the length of the longest name.
+    Win32SubKeys(UniqueRegistryKey key, DWORD count, DWORD longest)
+        : m_key(std::move(key)), m_count(count), m_room(longest + 1)
+    {}
+
+    [[nodiscard]] std::uint32_t Count() const override { return m_count; }
+
+    [[nodiscard]] RegistryStatus ReadName(std::uint32_t index, std::wstring& name) const override
+    {
+        name.resize(m_room);
+        DWORD length = m_room;
+        const LSTATUS status =
+            ::RegEnumKeyExW(m_key.get(), index, name.data(), &length, nullptr, nullptr, nullptr, nullptr);
+        name.resize(status == ERROR_SUCCESS ? length : 0);
+        return static_cast<RegistryStatus>(status);
+    }
+
+private:
+    UniqueRegistryKey m_key;
+    DWORD m_count;
+    DWORD m_room;
+};
 
 } // namespace
 
@@ -51,6 +84,23 @@ bool Win32Registry::WriteValue(Hive hive, const std::wstring& key, const std::ws
     return created == ERROR_SUCCESS && ::RegSetValueExW(opened.get(), name.c_str(), 0, static_cast<DWORD>(type),
                                                         reinterpret_cast<const BYTE*>(bytes.data()),
                                                         static_cast<DWORD>(bytes.size())) == ERROR_SUCCESS;
+}
+
+OpenedSubKeys Win32Registry::OpenSubKeys(Hive hive, const std::wstring& key) const
+{
+    UniqueRegistryKey opened;
+    LSTATUS status =
+        ::RegOpenKeyExW(RootOf(hive), key.c_str(), 0, KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS, opened.put());
+    DWORD count = 0;
+    DWORD longest = 0;
+    if (status == ERROR_SUCCESS) {
+        status = ::RegQueryInfoKeyW(opened.get(), nullptr, nullptr, nullptr, &count, &longest, nullptr, nullptr,
+                                    nullptr, nullptr, nullptr, nullptr);
+    }
+    if (status != ERROR_SUCCESS) {
+        return {static_cast<RegistryStatus>(status), nullptr};
+    }
+    return {RegistryStatus::Success, std::make_unique<Win32SubKeys>(std::move(opened), count, longest)};
 }
 
 } // namespace sitekeeper

@@ -13,6 +13,7 @@ public:
                                                                   std::size_t limit) const override;
     bool WriteValue(Hive hive, const std::wstring& key, const std::wstring& name, ValueType type,
                     std::span<const std::byte> bytes) override;
+    [[nodiscard]] OpenedSubKeys OpenSubKeys(Hive hive, const std::wstring& key) const override;
 };
 
 } // namespace sitekeeper

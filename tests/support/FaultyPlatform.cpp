@@ -26,6 +26,29 @@ private:
     std::vector<std::wstring> m_calls;
 };
 
+class FaultySubKeys final : public SubKeys
+{
+public:
+    FaultySubKeys(std::unique_ptr<SubKeys> inner, const std::wstring& path, FaultPlan& plan)
+        : m_inner(std::move(inner)), m_path(path), m_plan(plan)
+    {}
+
+    [[nodiscard]] std::uint32_t Count() const override { return m_inner->Count(); }
+    [[nodiscard]] RegistryStatus ReadName(std::uint32_t index, std::wstring& name) const override
+    {
+        if (m_plan.Fails(L"sub-key " + std::to_wstring(index) + L" of " + m_path)) {
+            name.clear();
+            return InjectedStatus;
+        }
+        return m_inner->ReadName(index, name);
+    }
+
+private:
+    std::unique_ptr<SubKeys> m_inner;
+    std::wstring m_path;
+    FaultPlan& m_plan;
+};
+
 class FaultyRegistry final : public Registry
 {
 public:
@@ -45,6 +68,19 @@ public:
     {
         return !m_plan.Fails(L"write " + MemoryRegistry::PathText(hive, key) + L" : " + name) &&
                m_inner.WriteValue(hive, key, name, type, bytes);
+    }
+
+    [[nodiscard]] OpenedSubKeys OpenSubKeys(Hive hive, const std::wstring& key) const override
+    {
+        const std::wstring path = MemoryRegistry::PathText(hive, key);
+        if (m_plan.Fails(L"sub-keys of " + path)) {
+            return {InjectedStatus, nullptr};
+        }
+        OpenedSubKeys opened = m_inner.OpenSubKeys(hive, key);
+        if (opened.keys) {
+            opened.keys = std::make_unique<FaultySubKeys>(std::move(opened.keys), path, m_plan);
+        }
+        return opened;
     }
 
 private:
@@ -345,6 +381,27 @@ private:
     FaultPlan& m_plan;
 };
 
+class FaultyProcesses final : public Processes
+{
+public:
+    FaultyProcesses(Processes& inner, FaultPlan& plan) : m_inner(inner), m_plan(plan) {}
+
+    bool Start(const std::wstring& program, const std::wstring& commandLine) override
+    {
+        return !m_plan.Fails(L"start " + program) && m_inner.Start(program, commandLine);
+    }
+    void Open(const std::wstring& file, const std::wstring& parameters) override
+    {
+        if (!m_plan.Fails(L"open with the shell " + file)) {
+            m_inner.Open(file, parameters);
+        }
+    }
+
+private:
+    Processes& m_inner;
+    FaultPlan& m_plan;
+};
+
 } // namespace
 
 struct FaultyPlatform::Forwarders
@@ -353,7 +410,8 @@ struct FaultyPlatform::Forwarders
         : plan(failingCall), registry(inner.registry, plan), files(inner.files, plan), shell(inner.shell, plan),
           folders(inner.folders, plan), messages(inner.messages, plan), modules(inner.modules, plan),
           environment(inner.environment, plan), accounts(inner.accounts, plan), clock(inner.clock, plan),
-          help(inner.help, plan), codePage(inner.codePage, plan), clipboard(inner.clipboard, plan), web(inner.web, plan)
+          help(inner.help, plan), codePage(inner.codePage, plan), clipboard(inner.clipboard, plan),
+          web(inner.web, plan), processes(inner.processes, plan)
     {}
 
     FaultPlan plan;
@@ -370,6 +428,7 @@ struct FaultyPlatform::Forwarders
     FaultyCodePage codePage;
     FaultyClipboard clipboard;
     FaultyWebSession web;
+    FaultyProcesses processes;
 };
 
 FaultyPlatform::FaultyPlatform(const Platform& inner, int failingCall)
@@ -382,7 +441,7 @@ Platform FaultyPlatform::Ports()
 {
     Forwarders& all = *m_forwarders;
     return {all.registry, all.files, all.shell, all.folders,  all.messages,  all.modules, all.environment,
-            all.accounts, all.clock, all.help,  all.codePage, all.clipboard, all.web};
+            all.accounts, all.clock, all.help,  all.codePage, all.clipboard, all.web,     all.processes};
 }
 
 const std::vector<std::wstring>& FaultyPlatform::Calls() const

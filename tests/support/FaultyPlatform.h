@@ -35,6 +35,8 @@ private:
 
 /// What a shortcut file's saving gives when it fails on purpose.
 inline constexpr ResultCode InjectedFailure = AccessDenied;
+/// What a walk over sub-keys gives for a step that fails on purpose.
+inline constexpr RegistryStatus InjectedStatus = RegistryStatus::AccessDenied;
 
 /// How one run of an operation ended.
 struct FaultedRun

@@ -18,7 +18,7 @@ void Append(State& state, const std::wstring& kind, const std::vector<std::wstri
 Platform MemoryPlatform::Ports()
 {
     return {registry, files, shell, folders,  messages,  modules, environment,
-            accounts, clock, help,  codePage, clipboard, web};
+            accounts, clock, help,  codePage, clipboard, web,     processes};
 }
 
 State MemoryPlatform::CurrentState() const
@@ -29,6 +29,7 @@ State MemoryPlatform::CurrentState() const
     Append(state, L"explored ", shell.Explored());
     Append(state, L"opened ", shell.Opened());
     Append(state, L"loaded ", modules.Loaded());
+    Append(state, L"started ", processes.Listing());
     for (const ScriptedMessageBoxes::Box& box : messages.Shown()) {
         state.push_back(L"box " + box.caption.value_or(L"(no caption)") + L": " + box.text);
     }

@@ -9,6 +9,7 @@
 #include "support/MemoryFileSystem.h"
 #include "support/MemoryHelpViewer.h"
 #include "support/MemoryModules.h"
+#include "support/MemoryProcesses.h"
 #include "support/MemoryRegistry.h"
 #include "support/MemoryShell.h"
 #include "support/MemoryWebSession.h"
@@ -40,6 +41,7 @@ struct MemoryPlatform
     Utf8CodePage codePage;
     MemoryClipboard clipboard;
     MemoryWebSession web;
+    MemoryProcesses processes;
 
     [[nodiscard]] Platform Ports();
     [[nodiscard]] State CurrentState() const;

@@ -46,6 +46,22 @@ std::wstring Shown(const MemoryRegistry::Value& value)
     return L"type " + std::to_wstring(static_cast<std::uint32_t>(value.type)) + L":" + Hexadecimal(value.bytes);
 }
 
+class MemorySubKeys final : public SubKeys
+{
+public:
+    explicit MemorySubKeys(std::vector<std::wstring> names) : m_names(std::move(names)) {}
+
+    [[nodiscard]] std::uint32_t Count() const override { return static_cast<std::uint32_t>(m_names.size()); }
+    [[nodiscard]] RegistryStatus ReadName(std::uint32_t index, std::wstring& name) const override
+    {
+        name = index < m_names.size() ? m_names[index] : std::wstring();
+        return index < m_names.size() ? RegistryStatus::Success : RegistryStatus::NoMoreItems;
+    }
+
+private:
+    std::vector<std::wstring> m_names;
+};
+
 } // namespace
 
 std::optional<std::vector<std::byte>> MemoryRegistry::ReadValue(Hive hive, const std::wstring& key,
@@ -85,6 +101,24 @@ bool MemoryRegistry::WriteValue(Hive hive, const std::wstring& key, const std::w
     return true;
 }
 
+OpenedSubKeys MemoryRegistry::OpenSubKeys(Hive hive, const std::wstring& key) const
+{
+    const KeyId id{hive, ToLowerCase(key)};
+    if (m_refusedReading.contains({id, KeyAccess::QueryValue}) || m_refusedReading.contains({id, KeyAccess::Read})) {
+        return {RegistryStatus::AccessDenied, nullptr};
+    }
+    if (!HasKey(hive, key)) {
+        return {RegistryStatus::NotFound, nullptr};
+    }
+    std::vector<std::wstring> names = NamesBelow(hive, key);
+    if (const auto order = m_orders.find(id);
+        order != m_orders.end() && std::is_permutation(names.begin(), names.end(), order->second.begin(),
+                                                       order->second.end(), EqualIgnoringCase)) {
+        names = order->second;
+    }
+    return {RegistryStatus::Success, std::make_unique<MemorySubKeys>(std::move(names))};
+}
+
 void MemoryRegistry::SetText(Hive hive, const std::wstring& key, const std::wstring& name, const std::wstring& text)
 {
     SetBytes(hive, key, name, ValueType::Text, WithTerminator(EncodeUtf16(text)));
@@ -104,9 +138,7 @@ void MemoryRegistry::SetNumber(Hive hive, const std::wstring& key, const std::ws
 void MemoryRegistry::SetBytes(Hive hive, const std::wstring& key, const std::wstring& name, ValueType type,
                               std::span<const std::byte> bytes)
 {
-    for (const std::wstring& reached : KeysDownTo(key)) {
-        MakeKey(hive, reached);
-    }
+    AddKey(hive, key);
     std::map<std::wstring, Value>& values = MakeKey(hive, key).values;
     const auto [place, isNew] = values.try_emplace(ToLowerCase(name), Value{name, type, {}});
     place->second.type = type; // a name keeps the case in which it was first written
@@ -118,6 +150,18 @@ void MemoryRegistry::RemoveValue(Hive hive, const std::wstring& key, const std::
     if (const auto found = m_keys.find({hive, ToLowerCase(key)}); found != m_keys.end()) {
         found->second.values.erase(ToLowerCase(name));
     }
+}
+
+void MemoryRegistry::AddKey(Hive hive, const std::wstring& key)
+{
+    for (const std::wstring& reached : KeysDownTo(key)) {
+        MakeKey(hive, reached);
+    }
+}
+
+void MemoryRegistry::SetOrder(Hive hive, const std::wstring& key, std::vector<std::wstring> names)
+{
+    m_orders[{hive, ToLowerCase(key)}] = std::move(names);
 }
 
 bool MemoryRegistry::HasKey(Hive hive, const std::wstring& key) const
@@ -169,6 +213,19 @@ const MemoryRegistry::Key* MemoryRegistry::FindKey(Hive hive, const std::wstring
 {
     const auto found = m_keys.find({hive, ToLowerCase(key)});
     return found == m_keys.end() ? nullptr : &found->second;
+}
+
+std::vector<std::wstring> MemoryRegistry::NamesBelow(Hive hive, const std::wstring& key) const
+{
+    const std::wstring above = key.empty() ? key : ToLowerCase(key) + L"\\";
+    std::vector<std::wstring> names;
+    for (auto found = m_keys.lower_bound({hive, above});
+         found != m_keys.end() && found->first.first == hive && found->first.second.starts_with(above); ++found) {
+        if (found->first.second.find(L'\\', above.size()) == std::wstring::npos) {
+            names.push_back(found->second.path.substr(above.size()));
+        }
+    }
+    return names;
 }
 
 bool MemoryRegistry::IsWritingRefused(Hive hive, const std::wstring& key) const

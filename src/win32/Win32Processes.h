@@ -1,0 +1,15 @@
+// The real processes.
+#pragma once
+
+#include "platform/Processes.h"
+
+namespace sitekeeper {
+
+class Win32Processes final : public Processes
+{
+public:
+    bool Start(const std::wstring& program, const std::wstring& commandLine) override;
+    void Open(const std::wstring& file, const std::wstring& parameters) override;
+};
+
+} // namespace sitekeeper

@@ -1,0 +1,111 @@
+#include "autocad/OemInstaller.h"
+
+#include "support/StateChecks.h"
+
+#include <gtest/gtest.h>
+
+namespace sitekeeper {
+namespace {
+
+using Box = ScriptedMessageBoxes::Box;
+using Question = ScriptedFolderChooser::Question;
+
+class OemInstallerTest : public ::testing::Test
+{
+protected:
+    /// With the program folder and the folder that the user chooses.
+    std::optional<OemSetup> Choose(const std::wstring& programFolder, const std::optional<std::wstring>& choice)
+    {
+        InstallationSettings settings = SettingsOn(memory.Ports());
+        settings.WriteFolder(SuiteFolder::Program, programFolder);
+        if (choice) {
+            memory.folders.ExpectChoice(*choice);
+        } else {
+            memory.folders.ExpectCancel();
+        }
+        return ChooseOemSetup(settings, memory.folders);
+    }
+
+    MemoryPlatform memory;
+};
+
+TEST_F(OemInstallerTest, KeepsTheDoubledBackslashes)
+{
+    EXPECT_EQ(Choose(L"C:\\Suite\\", L"D:\\Image\\ACAD64"),
+              (OemSetup{L"D:\\Image\\ACAD64\\\\setup.exe", L"/t /qb /c AOEM: INSTALLDIR=\"C:\\Suite\\\\Engine\""}));
+    EXPECT_EQ(memory.folders.Asked(),
+              std::vector<Question>({{L"Select the location of the ACAD64 folder in the Install Image", L"c:\\"}}));
+}
+
+TEST_F(OemInstallerTest, TakesTheRootOfADriveAsItIs)
+{
+    EXPECT_EQ(Choose(L"C:\\Suite", L"D:\\"),
+              (OemSetup{L"D:\\\\setup.exe", L"/t /qb /c AOEM: INSTALLDIR=\"C:\\Suite\\\\Engine\""}));
+}
+
+TEST_F(OemInstallerTest, GoesOnWithoutAProgramFolder)
+{
+    EXPECT_EQ(Choose(L"", L"D:\\I"), (OemSetup{L"D:\\I\\\\setup.exe", L"/t /qb /c AOEM: INSTALLDIR=\"\\Engine\""}));
+}
+
+TEST_F(OemInstallerTest, PutsTheFolderInAsItStands)
+{
+    EXPECT_EQ(Choose(L"C:\\100%s \"x\"\\", L"D:\\%d %s")->arguments,
+              L"/t /qb /c AOEM: INSTALLDIR=\"C:\\100%s \"x\"\\\\Engine\"");
+    EXPECT_EQ(Choose(L"C:\\S\\", L"D:\\%d %s")->program, L"D:\\%d %s\\\\setup.exe");
+}
+
+TEST_F(OemInstallerTest, GivesNothingWhenNothingIsChosen)
+{
+    EXPECT_EQ(Choose(L"C:\\Suite\\", std::nullopt), std::nullopt);
+    EXPECT_TRUE(memory.messages.Shown().empty());
+}
+
+TEST_F(OemInstallerTest, StartsWithTheArgumentsAlone)
+{
+    memory.processes.AddProgram(L"D:\\I\\setup.exe");
+    StartOemSetup(memory.processes, memory.messages, WindowId{7}, L"SiteKeeper", {L"D:\\I\\\\setup.exe", L"/t x"});
+    EXPECT_EQ(memory.processes.AllStarted(), std::vector<MemoryProcesses::Started>({{L"D:\\I\\\\setup.exe", L"/t x"}}));
+}
+
+TEST_F(OemInstallerTest, SaysWhatCouldNotBeStarted)
+{
+    memory.messages.Expect();
+    StartOemSetup(memory.processes, memory.messages, WindowId{7}, L"SiteKeeper", {L"D:\\%s\\\\setup.exe", L"/t x"});
+    EXPECT_TRUE(memory.processes.AllStarted().empty());
+    EXPECT_EQ(memory.messages.Shown(), std::vector<Box>({{WindowId{7}, L"Error creating process:\nD:\\%s\\\\setup.exe",
+                                                          L"SiteKeeper", MessageStyle::Error}}));
+}
+
+TEST(OemInstallerSweep, LosesNothingButWhatFailed)
+{
+    const Sweep sweep{[](MemoryPlatform& memory) {
+                          SettingsOn(memory.Ports()).WriteFolder(SuiteFolder::Program, L"C:\\Suite\\");
+                          memory.folders.ExpectChoice(L"D:\\I");
+                          memory.processes.AddProgram(L"D:\\I\\setup.exe");
+                          memory.messages.AnswerAll(Answer::Ok);
+                      },
+                      [](const Platform& ports) {
+                          if (const auto setup = ChooseOemSetup(SettingsOn(ports), ports.folders)) {
+                              StartOemSetup(ports.processes, ports.messages, WindowId::None, L"SiteKeeper", *setup);
+                          }
+                      },
+                      [](const FaultedRun& run) {
+                          EXPECT_FALSE(run.raised);
+                          const State added = Added(run.before, run.after);
+                          if (Is(run, L"read ")) {
+                              EXPECT_EQ(added, State{L"started D:\\I\\\\setup.exe : /t /qb /c AOEM: "
+                                                     L"INSTALLDIR=\"\\Engine\""});
+                          } else if (Is(run, L"choose ")) {
+                              EXPECT_EQ(added, State{});
+                          } else {
+                              EXPECT_TRUE(Is(run, L"start "));
+                              EXPECT_EQ(added, State{L"box SiteKeeper: Error creating process:\nD:\\I\\\\setup.exe"});
+                          }
+                          EXPECT_EQ(Removed(run.before, run.after), State{});
+                      }};
+    EXPECT_EQ(SweepFailures(sweep), 3);
+}
+
+} // namespace
+} // namespace sitekeeper
