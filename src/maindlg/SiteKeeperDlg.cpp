@@ -3,6 +3,8 @@
 #include "access/AccessLists.h"
 #include "access/UserAccessDlg.h"
 #include "app/DialogsLibrary.h"
+#include "autocad/OemInstaller.h"
+#include "autocad/TrustedPaths.h"
 #include "maindlg/ApplyInstallation.h"
 #include "maindlg/ProgressWindow.h"
 #include "platform/PlatformError.h"
@@ -22,6 +24,19 @@ constexpr int SmallIcon = 16;
 /// 2000-01-01 00:00:00, the reminder date of an installation that has none.
 constexpr CalendarTime NoReminder{2000, 1, 1, 0, 0, 0};
 constexpr std::uint32_t DefaultReminderDays = 7;
+
+/// A window is off the screen for the life of this guard.
+class HiddenWindow
+{
+public:
+    explicit HiddenWindow(HWND window) : m_window(window) { ::ShowWindow(window, SW_HIDE); }
+    HiddenWindow(const HiddenWindow&) = delete;
+    HiddenWindow& operator=(const HiddenWindow&) = delete;
+    ~HiddenWindow() { ::ShowWindow(m_window, SW_RESTORE); }
+
+private:
+    HWND m_window;
+};
 
 } // namespace
 
@@ -53,6 +68,8 @@ bool CSiteKeeperDlg::OnCommand(WORD id)
         {IDC_OPEN_PROGRAM, &CSiteKeeperDlg::OnOpenProgramFolder},
         {IDC_OPEN_APPLICATION, &CSiteKeeperDlg::OnOpenApplicationFolder},
         {IDC_OPEN_DATAFILES, &CSiteKeeperDlg::OnOpenDatafilesFolder},
+        {ID_ADD_TRUSTED_PATHS, &CSiteKeeperDlg::OnAddTrustedPaths}, // its item is grayed; scripts send it
+        {ID_INSTALL_OEM, &CSiteKeeperDlg::OnInstallAutoCADOEM},
         {ID_USER_ACCESS, &CSiteKeeperDlg::OnUserAccess},
         {ID_APP_HELP, &CSiteKeeperDlg::OnAppHelp},
     };
@@ -280,6 +297,22 @@ void CSiteKeeperDlg::OpenFolder(Folder folder)
 {
     UpdateData(ExchangeDirection::ToMembers);
     m_context.platform.shell.Explore(m_folders.*folder);
+}
+
+void CSiteKeeperDlg::OnAddTrustedPaths()
+{
+    AddTrustedPaths(m_context.platform.registry, m_TrustedPathKeys, m_TrustedPathReleases);
+    m_context.platform.messages.Show(Id(), L"The ORIVEL LX file paths have been added to the AutoCAD Trusted Paths. ",
+                                     L"Site Keeper", MessageStyle::Ok);
+}
+
+void CSiteKeeperDlg::OnInstallAutoCADOEM()
+{
+    const Platform& platform = m_context.platform;
+    if (const std::optional<OemSetup> setup = ChooseOemSetup(m_context.settings, platform.folders)) {
+        const HiddenWindow hidden(Handle());
+        StartOemSetup(platform.processes, platform.messages, Id(), App().AppName(), *setup);
+    }
 }
 
 void CSiteKeeperDlg::OnUserAccess()

@@ -61,6 +61,8 @@ private:
     void OnOpenProgramFolder();
     void OnOpenApplicationFolder();
     void OnOpenDatafilesFolder();
+    void OnAddTrustedPaths();
+    void OnInstallAutoCADOEM();
     void OnUserAccess();
     void OnAppHelp();
 
@@ -97,6 +99,10 @@ private:
     std::int32_t m_reminderDays = 0;
     std::wstring m_profile;
     CWnd m_iconSizeList;
+    /// The AutoCAD products that the last OnAddTrustedPaths found: entry by entry the key of the trusted paths and the
+    /// release.
+    std::vector<std::wstring> m_TrustedPathKeys;
+    std::vector<std::wstring> m_TrustedPathReleases;
     std::vector<std::unique_ptr<CORSWSplashMsgDlg>> m_remainingProgressWindows;
 };
 

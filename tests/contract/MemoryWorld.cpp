@@ -1,5 +1,8 @@
 #include "contract/World.h"
 #include "support/MemoryPlatform.h"
+#include "text/Text.h"
+
+#include <algorithm>
 
 namespace sitekeeper {
 namespace {
@@ -25,6 +28,7 @@ public:
     [[nodiscard]] Clock& TheClock() override { return m_memory.clock; }
     [[nodiscard]] CodePage& TheCodePage() override { return m_memory.codePage; }
     [[nodiscard]] Clipboard& TheClipboard() override { return m_memory.clipboard; }
+    [[nodiscard]] Processes& TheProcesses() override { return m_memory.processes; }
 
     [[nodiscard]] std::wstring ScratchFolder() override { return Scratch; }
     void MakeFile(const std::wstring& path, const std::string& content) override
@@ -39,7 +43,11 @@ public:
     {
         return m_memory.files.ReadShortcut(path);
     }
-    void SetCurrentFolder(const std::wstring& path) override { m_memory.files.SetCurrentFolder(path); }
+    void SetCurrentFolder(const std::wstring& path) override
+    {
+        m_memory.files.SetCurrentFolder(path);
+        m_currentFolder = path;
+    }
 
     void SetModified(const std::wstring& path, Seconds moment) override { m_memory.files.SetModified(path, moment); }
     void SetAttributes(const std::wstring& path, FileAttributes attributes) override
@@ -81,6 +89,13 @@ public:
 
     [[nodiscard]] bool IsWine() override { return false; }
 
+    void MakeRecorder(const std::wstring& path) override { m_memory.processes.AddProgram(path); }
+    [[nodiscard]] std::optional<StartedAs> AwaitRecord(const std::wstring& path) override;
+    [[nodiscard]] bool IsRecorderRunning(const std::wstring& path) override { return AwaitRecord(path).has_value(); }
+    void EndRecorder(const std::wstring& path) override { m_ended.push_back(path); }
+    [[nodiscard]] std::wstring CurrentFolder() override { return m_currentFolder; }
+    [[nodiscard]] std::uint32_t OpenHandles() override { return 0; }
+
     [[nodiscard]] std::wstring LibraryName() override { return GetNameOfLibrary(); }
     [[nodiscard]] std::wstring LibraryPath() override { return Library; }
 
@@ -89,8 +104,32 @@ private:
 
     const std::wstring Scratch = L"C:\\Temp\\Scratch\\";
     const std::wstring Library = L"C:\\Windows\\some.dll";
+    std::wstring m_currentFolder = L"C:\\Temp\\";
+    std::vector<std::wstring> m_ended;
     MemoryPlatform m_memory;
 };
+
+/// What is started in memory is in the state that the port promises.
+std::optional<StartedAs> MemoryWorld::AwaitRecord(const std::wstring& path)
+{
+    constexpr int Show = 5;
+    constexpr int ShowNormal = 1;
+    constexpr std::uint32_t NormalPriority = 0x20;
+    if (std::find(m_ended.begin(), m_ended.end(), path) != m_ended.end()) {
+        return std::nullopt;
+    }
+    for (const MemoryProcesses::Started& started : m_memory.processes.AllStarted()) {
+        if (ReplaceAll(started.program, L"\\\\", L"\\") == path) {
+            return StartedAs{started.commandLine, Show, NormalPriority, m_currentFolder};
+        }
+    }
+    for (const MemoryProcesses::Started& opened : m_memory.processes.AllOpened()) {
+        if (opened.program == path) {
+            return StartedAs{L"\"" + path + L"\" " + opened.commandLine, ShowNormal, NormalPriority, m_currentFolder};
+        }
+    }
+    return std::nullopt;
+}
 
 } // namespace
 

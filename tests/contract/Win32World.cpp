@@ -1,5 +1,6 @@
 #include "contract/Win32Clipboards.h"
 #include "contract/Win32Files.h"
+#include "contract/Win32Recorder.h"
 #include "contract/World.h"
 #include "frame/Handles.h"
 #include "win32/Win32Accounts.h"
@@ -9,6 +10,7 @@
 #include "win32/Win32Environment.h"
 #include "win32/Win32FileSystem.h"
 #include "win32/Win32Modules.h"
+#include "win32/Win32Processes.h"
 #include "win32/Win32Registry.h"
 #include "win32/Win32Shell.h"
 
@@ -98,6 +100,7 @@ public:
     [[nodiscard]] Clock& TheClock() override { return m_clock; }
     [[nodiscard]] CodePage& TheCodePage() override { return m_codePage; }
     [[nodiscard]] Clipboard& TheClipboard() override { return m_clipboard; }
+    [[nodiscard]] Processes& TheProcesses() override { return m_processes; }
 
     [[nodiscard]] std::wstring ScratchFolder() override { return m_scratch.wstring() + L"\\"; }
     void MakeFile(const std::wstring& path, const std::string& content) override
@@ -148,6 +151,18 @@ public:
         return ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
     }
 
+    void MakeRecorder(const std::wstring& path) override { CopyRecorder(path); }
+    [[nodiscard]] std::optional<StartedAs> AwaitRecord(const std::wstring& path) override { return RecordOf(path); }
+    [[nodiscard]] bool IsRecorderRunning(const std::wstring& path) override { return IsRecording(path); }
+    void EndRecorder(const std::wstring& path) override { EndRecording(path); }
+    [[nodiscard]] std::wstring CurrentFolder() override { return fs::current_path().wstring() + L"\\"; }
+    [[nodiscard]] std::uint32_t OpenHandles() override
+    {
+        DWORD count = 0;
+        ::GetProcessHandleCount(::GetCurrentProcess(), &count);
+        return count;
+    }
+
     [[nodiscard]] std::wstring LibraryName() override { return L"shlwapi.dll"; }
     [[nodiscard]] std::wstring LibraryPath() override
     {
@@ -168,6 +183,7 @@ private:
     Win32Clock m_clock;
     Win32CodePage m_codePage;
     Win32Clipboard m_clipboard;
+    Win32Processes m_processes;
     TestWindow m_window;
 };
 

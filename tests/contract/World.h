@@ -9,10 +9,12 @@
 #include "platform/Environment.h"
 #include "platform/FileSystem.h"
 #include "platform/Modules.h"
+#include "platform/Processes.h"
 #include "platform/Registry.h"
 #include "platform/Shell.h"
 #include "support/FileState.h"
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -22,6 +24,21 @@ namespace sitekeeper {
 
 /// The scratch key that tests may fill, in both hives.
 inline constexpr const wchar_t* ScratchKey = L"Software\\ORIVEL\\ContractTest";
+
+/// How a program was started, as it sees it itself.
+struct StartedAs
+{
+    /// All of the command line.
+    std::wstring commandLine;
+    /// The state in which it is asked to show its window; nothing when it is not asked. Values from winuser.h (SW_…).
+    std::optional<int> showState;
+    /// Values from winbase.h (…_PRIORITY_CLASS).
+    std::uint32_t priority = 0;
+    /// Ends in a "\\".
+    std::wstring workingFolder;
+
+    bool operator==(const StartedAs&) const = default;
+};
 
 class World
 {
@@ -41,6 +58,7 @@ public:
     [[nodiscard]] virtual Clock& TheClock() = 0;
     [[nodiscard]] virtual CodePage& TheCodePage() = 0;
     [[nodiscard]] virtual Clipboard& TheClipboard() = 0;
+    [[nodiscard]] virtual Processes& TheProcesses() = 0;
 
     /// An empty folder for the test, as a full path with a "\" at its end.
     [[nodiscard]] virtual std::wstring ScratchFolder() = 0;
@@ -79,6 +97,18 @@ public:
 
     /// Wine differs from Windows here and there; a test that meets such a difference says so and is skipped.
     [[nodiscard]] virtual bool IsWine() = 0;
+
+    /// Puts a program at `path` that notes how it was started and then stays until EndRecorder.
+    virtual void MakeRecorder(const std::wstring& path) = 0;
+    /// What the recorder at `path` noted; waits for it to be started, and gives nothing when that does not happen.
+    [[nodiscard]] virtual std::optional<StartedAs> AwaitRecord(const std::wstring& path) = 0;
+    [[nodiscard]] virtual bool IsRecorderRunning(const std::wstring& path) = 0;
+    /// Lets the recorder end and waits until it has.
+    virtual void EndRecorder(const std::wstring& path) = 0;
+    /// The working folder of this process, with a "\\" at its end.
+    [[nodiscard]] virtual std::wstring CurrentFolder() = 0;
+    /// How many handles this process has open.
+    [[nodiscard]] virtual std::uint32_t OpenHandles() = 0;
 
     /// The bare name of a library that the system has, and its full path.
     [[nodiscard]] virtual std::wstring LibraryName() = 0;

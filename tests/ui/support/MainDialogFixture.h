@@ -8,6 +8,7 @@
 #include "support/MainDialogPage.h"
 #include "support/MemoryPlatform.h"
 #include "support/ModalDriver.h"
+#include "support/ObservedProcesses.h"
 #include "support/ObservedShell.h"
 #include "support/StillClock.h"
 #include "support/TestClock.h"
@@ -59,6 +60,7 @@ protected:
     TestClock m_clock;
     BuiltLibrary m_libraryModules;
     ObservedShell m_shell{memory.shell};
+    ObservedProcesses m_processes{memory.processes};
     const Platform m_platform;
     std::wstring m_programFile = L"C:\\Suite\\Tools\\SiteKeeper64.exe";
 };

@@ -1,0 +1,98 @@
+#include "contract/World.h"
+
+#include <gtest/gtest.h>
+
+namespace sitekeeper {
+namespace {
+
+constexpr int Show = 5;
+constexpr int ShowNormal = 1;
+constexpr std::uint32_t NormalPriority = 0x20;
+
+class ProcessesContract : public ::testing::Test
+{
+protected:
+    ProcessesContract() { world->MakeRecorder(program); }
+
+    std::unique_ptr<World> world = MakeWorld();
+    Processes& processes = world->TheProcesses();
+    std::wstring scratch = world->ScratchFolder();
+    std::wstring program = scratch + L"a recorder.exe";
+};
+
+TEST_F(ProcessesContract, GivesTheCommandLineAsItIsAndDoesNotWait)
+{
+    const std::wstring line = L"/t /qb /c AOEM: INSTALLDIR=\"C:\\Suite\\\\Engine\"  \u00E9 ";
+    ASSERT_TRUE(processes.Start(program, line));
+    const auto record = world->AwaitRecord(program);
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->commandLine, line);
+    EXPECT_EQ(record->showState, Show);
+    EXPECT_EQ(record->priority, NormalPriority);
+    EXPECT_EQ(record->workingFolder, world->CurrentFolder());
+    EXPECT_TRUE(world->IsRecorderRunning(program));
+    world->EndRecorder(program);
+    EXPECT_FALSE(world->IsRecorderRunning(program));
+}
+
+TEST_F(ProcessesContract, TakesDoubledBackslashesForOne)
+{
+    ASSERT_TRUE(processes.Start(scratch + L"\\a recorder.exe", L"x"));
+    const auto record = world->AwaitRecord(program);
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->commandLine, L"x");
+    world->EndRecorder(program);
+}
+
+TEST_F(ProcessesContract, StartsInTheWorkingFolder)
+{
+    world->SetCurrentFolder(scratch);
+    ASSERT_TRUE(processes.Start(program, L"x"));
+    const auto record = world->AwaitRecord(program);
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->workingFolder, scratch);
+    world->EndRecorder(program);
+}
+
+TEST_F(ProcessesContract, StartsNothingWhereNoProgramIs)
+{
+    EXPECT_FALSE(processes.Start(scratch + L"missing.exe", L"x"));
+    EXPECT_FALSE(processes.Start(scratch + L"no folder\\missing.exe", L"x"));
+    EXPECT_FALSE(processes.Start(scratch + L"a recorder", L"x")) << "no ending is added";
+    EXPECT_FALSE(processes.Start(scratch, L"x"));
+    EXPECT_FALSE(processes.Start(L"", L""));
+    world->MakeFile(scratch + L"empty.exe", "");
+    EXPECT_FALSE(processes.Start(scratch + L"empty.exe", L"x"));
+    world->MakeFile(scratch + L"text.exe", "just some text, long enough to be looked at for a header of any kind");
+    EXPECT_FALSE(processes.Start(scratch + L"text.exe", L"x"));
+}
+
+TEST_F(ProcessesContract, KeepsNoHandle)
+{
+    const auto startTwice = [this] {
+        EXPECT_TRUE(processes.Start(program, L"x"));
+        EXPECT_FALSE(processes.Start(scratch + L"missing.exe", L"x"));
+    };
+    startTwice(); // what the system sets up once
+    const std::uint32_t before = world->OpenHandles();
+    for (int number = 0; number < 5; ++number) {
+        startTwice();
+    }
+    EXPECT_EQ(world->OpenHandles(), before);
+    ASSERT_TRUE(world->AwaitRecord(program));
+    world->EndRecorder(program);
+}
+
+TEST_F(ProcessesContract, OpensAProgramThroughTheShell)
+{
+    processes.Open(program, L"-runfromtemp \"x y\"");
+    const auto record = world->AwaitRecord(program);
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->commandLine, L"\"" + program + L"\" -runfromtemp \"x y\"");
+    EXPECT_EQ(record->showState, ShowNormal);
+    EXPECT_TRUE(world->IsRecorderRunning(program));
+    world->EndRecorder(program);
+}
+
+} // namespace
+} // namespace sitekeeper
