@@ -69,18 +69,24 @@ TEST_F(ProcessesContract, StartsNothingWhereNoProgramIs)
 
 TEST_F(ProcessesContract, KeepsNoHandle)
 {
-    const auto startTwice = [this] {
-        EXPECT_TRUE(processes.Start(program, L"x"));
+    const auto start = [this](const std::wstring& path) {
+        EXPECT_TRUE(processes.Start(path, L"x"));
         EXPECT_FALSE(processes.Start(scratch + L"missing.exe", L"x"));
     };
-    startTwice(); // what the system sets up once
+    const std::vector<std::wstring> more{scratch + L"1.exe", scratch + L"2.exe", scratch + L"3.exe"};
+    for (const std::wstring& path : more) {
+        world->MakeRecorder(path);
+    }
+    start(program); // what the system sets up once
     const std::uint32_t before = world->OpenHandles();
-    for (int number = 0; number < 5; ++number) {
-        startTwice();
+    for (const std::wstring& path : more) {
+        start(path);
     }
     EXPECT_EQ(world->OpenHandles(), before);
-    ASSERT_TRUE(world->AwaitRecord(program));
-    world->EndRecorder(program);
+    for (const std::wstring& path : {program, more[0], more[1], more[2]}) {
+        EXPECT_TRUE(world->AwaitRecord(path)) << path;
+        world->EndRecorder(path);
+    }
 }
 
 TEST_F(ProcessesContract, OpensAProgramThroughTheShell)

@@ -11,7 +11,7 @@ namespace sitekeeper {
 namespace {
 
 using Box = ScriptedMessageBoxes::Box;
-using Question = ScriptedFolderChooser::Question;
+using Asked = ScriptedFolderChooser::Question;
 using Started = MemoryProcesses::Started;
 using testing::AllOf;
 using testing::ElementsAre;
@@ -158,7 +158,7 @@ TEST_F(MainDialogAutoCADTest, HidesItselfWhileTheInstallerIsStarted)
         memory.processes.AllStarted(),
         ElementsAre(Started{L"D:\\Image\\ACAD64\\\\setup.exe", L"/t /qb /c AOEM: INSTALLDIR=\"C:\\Suite\\\\Engine\""}));
     EXPECT_THAT(memory.folders.Asked(),
-                ElementsAre(Question{L"Select the location of the ACAD64 folder in the Install Image", L"c:\\"}));
+                ElementsAre(Asked{L"Select the location of the ACAD64 folder in the Install Image", L"c:\\"}));
     EXPECT_THAT(memory.messages.Shown(), IsEmpty());
 }
 
