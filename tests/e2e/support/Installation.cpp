@@ -153,6 +153,7 @@ void Installation::RemoveSettings()
 {
     RemoveKey(Hive::Machine, MakerKey);
     RemoveKey(Hive::User, MakerKey);
+    RemoveKey(Hive::Machine, AutoCADKey);
 }
 
 void Installation::SetFolders(const std::wstring& program, const std::wstring& application,

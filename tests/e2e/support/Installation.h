@@ -14,6 +14,8 @@ inline constexpr const wchar_t* MakerKey = L"Software\\ORIVEL";
 inline constexpr const wchar_t* SuiteKey = L"Software\\ORIVEL\\LX Plus\\2023";
 inline constexpr const wchar_t* ReminderKey = L"Software\\ORIVEL\\LX Plus\\2023\\Assist";
 inline constexpr const wchar_t* PositionKey = L"Software\\ORIVEL\\LX Plus\\2023\\SiteKeeper\\WindowPosition";
+/// Where AutoCAD keeps its releases and products, in the machine's hive.
+inline constexpr const wchar_t* AutoCADKey = L"Software\\Autodesk\\AutoCAD";
 inline constexpr const wchar_t* ShellFoldersKey =
     L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
 inline constexpr const wchar_t* CurrentVersionKey = L"Software\\Microsoft\\Windows\\CurrentVersion";
@@ -62,7 +64,7 @@ public:
     [[nodiscard]] static std::wstring ProgramsFolder();
     [[nodiscard]] static std::wstring UserDesktopFolder();
 
-    /// As a fresh machine: none of the suite's keys.
+    /// As a fresh machine: none of the suite's keys, and no AutoCAD.
     static void RemoveSettings();
     static void SetFolders(const std::wstring& program, const std::wstring& application, const std::wstring& datafiles);
 

@@ -40,6 +40,8 @@ enum class Command : int
 {
     Exit = 32771,
     UserAccess = 32776,
+    InstallOem = 32779,
+    AddTrustedPaths = 32780,
     SelectProgramPath = 17 // of the system menu
 };
 

@@ -32,11 +32,12 @@ std::wstring DescribeFile(const std::wstring& path)
 State State::Take()
 {
     State state;
-    for (const Hive hive : {Hive::Machine, Hive::User}) {
-        VisitValues(hive, MakerKey, [&](const std::wstring& name, const RegistryValue& value) {
-            state.m_items[name] = Describe(value);
-        });
-    }
+    const auto add = [&state](const std::wstring& name, const RegistryValue& value) {
+        state.m_items[name] = Describe(value);
+    };
+    VisitValues(Hive::Machine, MakerKey, add);
+    VisitValues(Hive::User, MakerKey, add);
+    VisitValues(Hive::Machine, AutoCADKey, add);
     for (const std::wstring& folder : WatchedFolders()) {
         state.AddTree(folder);
     }

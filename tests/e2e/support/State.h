@@ -13,8 +13,9 @@ namespace sitekeeper::e2e {
 class State
 {
 public:
-    /// The suite's keys in both hives with type and byte count of each value; the files and folders of the test
-    /// installation, of the other places it may move to, and of the desktops and Start menus; shortcuts by content.
+    /// The suite's keys in both hives and AutoCAD's in the machine's, with type and byte count of each value; the files
+    /// and folders of the test installation, of the other places it may move to, and of the desktops and Start menus;
+    /// shortcuts by content.
     [[nodiscard]] static State Take();
 
     /// How a value, a shortcut or an empty file is expected to be found.
