@@ -72,7 +72,7 @@ protected:
         EXPECT_EQ(message.Caption(), L"SiteKeeper");
         EXPECT_EQ(message.Owner(), main.Handle());
         EXPECT_TRUE(message.HasOnlyOk());
-        EXPECT_NE(::IsWindowVisible(message.Icon()), FALSE);
+        EXPECT_TRUE(message.HasIcon());
         EXPECT_EQ(::IsWindowVisible(main.Handle()), FALSE);
         SaveMoment(message.Handle(), L"oem-error");
         message.Confirm();

@@ -117,6 +117,12 @@ HWND MessageWindow::Icon() const
     return nullptr;
 }
 
+bool MessageWindow::HasIcon() const
+{
+    const HWND place = Icon();
+    return place != nullptr && Ask(place, STM_GETICON) != 0;
+}
+
 bool MessageWindow::IsTopMost() const
 {
     constexpr LONG TopMost = WS_EX_TOPMOST;

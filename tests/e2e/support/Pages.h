@@ -83,6 +83,8 @@ public:
     [[nodiscard]] std::wstring Text() const;
     [[nodiscard]] HWND Owner() const;
     [[nodiscard]] HWND Icon() const;
+    /// Whether there is an icon in that place. (Wine has the place also without one.)
+    [[nodiscard]] bool HasIcon() const;
 
     /// Whether it stays above all other windows.
     [[nodiscard]] bool IsTopMost() const;
