@@ -4,9 +4,11 @@
 #include "platform/PlatformError.h"
 #include "settings/RegistryText.h"
 #include "support/AutoCADTree.h"
-#include "support/MemoryPlatform.h"
+#include "support/NaiveTrustedPaths.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <optional>
 #include <random>
 
 namespace sitekeeper {
@@ -103,59 +105,30 @@ void Plant(MemoryRegistry& registry, const Plan& plan)
     }
 }
 
-/// The second walk. Only the products that count are left in the plan; false when it ended with the error.
-class NaiveWalk
+/// The second walk: leaves in `counted` the products that count, with what they hold afterwards. False when it ended
+/// with the error.
+bool NaiveRun(const Plan& plan, Plan& counted)
 {
-public:
-    bool Run(const Plan& plan)
-    {
-        for (const PlannedProduct& product : plan) {
-            const std::wstring& r = product.release;
-            const bool isKnown = r.size() >= 3 && r[0] == L'R' && r[1] == L'2' && r[2] >= L'0' && r[2] <= L'4';
-            const bool counts =
-                isKnown && product.paths && product.paths->size() < 1024 && product.paths->compare(L"DEFAULT") != 0;
-            if (counts) {
-                counted.push_back(product);
-            }
+    for (const PlannedProduct& product : plan) {
+        const std::wstring& r = product.release;
+        const bool isKnown = r.size() >= 3 && r[0] == L'R' && r[1] == L'2' && r[2] >= L'0' && r[2] <= L'4';
+        if (isKnown && product.paths && product.paths->size() < 1024 && product.paths->compare(L"DEFAULT") != 0) {
+            counted.push_back(product);
         }
-        for (PlannedProduct& product : counted) {
-            if (m_hasEnded) {
-                return false;
-            }
-            if (!Search(*product.paths, L"s\\designer\\common\\r" + product.release.substr(1, 2))) {
-                std::wstring& paths = *product.paths;
-                paths += paths.empty() || paths[paths.size() - 1] == L';' ? L"" : L";";
-                paths += FiveFolders(Application, product.release.substr(0, 3));
-            }
-        }
-        return true;
     }
-
-    Plan counted;
-
-private:
-    bool Search(const std::wstring& paths, const std::wstring& lowerCase)
-    {
-        std::wstring token;
-        for (; m_place < paths.size() || !token.empty(); ++m_place) {
-            const bool isInside = m_place < paths.size() && paths[m_place] != L';';
-            if (isInside) {
-                const wchar_t c = paths[m_place];
-                token += c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + 32) : c;
-            } else if (token == lowerCase) {
-                ++m_place;
-                return true;
-            } else {
-                token.clear();
-            }
+    NaiveTrustedPaths search;
+    for (PlannedProduct& product : counted) {
+        if (search.HasEnded()) {
+            return false;
         }
-        m_hasEnded = true;
-        return false;
+        std::wstring& paths = *product.paths;
+        if (!search.Holds(paths, L"s\\designer\\common\\r" + product.release.substr(1, 2))) {
+            paths += paths.empty() || paths[paths.size() - 1] == L';' ? L"" : L";";
+            paths += FiveFolders(Application, product.release.substr(0, 3));
+        }
     }
-
-    std::size_t m_place = 0;
-    bool m_hasEnded = false;
-};
+    return true;
+}
 
 struct Tally
 {
@@ -169,13 +142,13 @@ void CheckOne(unsigned seed, Tally& tally)
     const Plan plan = PlanMaker(seed).Make();
     MemoryRegistry registry;
     Plant(registry, plan);
-    NaiveWalk walk;
-    const bool isDone = walk.Run(plan);
+    Plan counted;
+    const bool isDone = NaiveRun(plan, counted);
     MemoryRegistry expected;
     Plant(expected, plan);
     Texts keys;
     Texts releases;
-    for (const PlannedProduct& product : walk.counted) {
+    for (const PlannedProduct& product : counted) {
         AddProduct(expected, product.release, product.name, *product.paths);
         keys.push_back(PathsKey(product.release, product.name));
         releases.push_back(product.release.substr(0, 3));

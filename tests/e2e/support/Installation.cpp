@@ -154,6 +154,7 @@ void Installation::RemoveSettings()
     RemoveKey(Hive::Machine, MakerKey);
     RemoveKey(Hive::User, MakerKey);
     RemoveKey(Hive::Machine, AutoCADKey);
+    RemoveEmptyKey(Hive::Machine, L"Software\\Autodesk");
 }
 
 void Installation::SetFolders(const std::wstring& program, const std::wstring& application,

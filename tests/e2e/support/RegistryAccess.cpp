@@ -125,6 +125,11 @@ void RemoveKey(Hive hive, const std::wstring& key)
     ::RegDeleteTreeW(RootOf(hive), key.c_str());
 }
 
+void RemoveEmptyKey(Hive hive, const std::wstring& key)
+{
+    ::RegDeleteKeyW(RootOf(hive), key.c_str());
+}
+
 void VisitValues(Hive hive, const std::wstring& key, const ValueVisitor& visit)
 {
     UniqueRegistryKey opened;

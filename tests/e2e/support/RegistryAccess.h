@@ -40,6 +40,8 @@ void WriteValue(Hive hive, const std::wstring& key, const std::wstring& name, co
 /// Nothing happens when there is no such value or key.
 void RemoveValue(Hive hive, const std::wstring& key, const std::wstring& name);
 void RemoveKey(Hive hive, const std::wstring& key);
+/// Nor when it has keys below it.
+void RemoveEmptyKey(Hive hive, const std::wstring& key);
 
 /// Calls `visit` with the full name, as HKLM\key\name, of every value below a key.
 using ValueVisitor = std::function<void(const std::wstring& fullName, const RegistryValue& value)>;
