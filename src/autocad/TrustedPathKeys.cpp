@@ -53,16 +53,16 @@ void FindAutoCADTrustedPathKeys(const Registry& registry, std::vector<std::wstri
     std::vector<std::wstring> accepted;
     std::copy_if(names.begin(), names.end(), std::back_inserter(accepted), IsAccepted);
 
+    std::wstring key;
     for (const std::wstring& release : accepted) {
         const std::wstring releaseKey = root + L"\\" + release;
         EnumRegistrySubKeys(registry, releaseKey, names);
         for (const std::wstring& product : names) {
-            std::wstring key = releaseKey;
-            key.append(L"\\").append(product).append(TrustedPathsKey);
+            key.assign(releaseKey).append(L"\\").append(product).append(TrustedPathsKey);
             const std::wstring paths =
                 FindRegistryText(registry, Hive::LocalMachine, key, L"", KeyAccess::QueryValue).value_or(NoSetting);
             if (paths != NoSetting) {
-                keys.push_back(std::move(key));
+                keys.push_back(key);
                 releases.push_back(release.substr(0, PrefixLength));
             }
         }

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <array>
 #include <utility>
 
 namespace sitekeeper {
@@ -13,6 +14,9 @@ static_assert(static_cast<LSTATUS>(RegistryStatus::Success) == ERROR_SUCCESS &&
               static_cast<LSTATUS>(RegistryStatus::NotFound) == ERROR_FILE_NOT_FOUND &&
               static_cast<LSTATUS>(RegistryStatus::AccessDenied) == ERROR_ACCESS_DENIED &&
               static_cast<LSTATUS>(RegistryStatus::NoMoreItems) == ERROR_NO_MORE_ITEMS);
+
+/// For values of at most 2048 bytes, the suite's limit.
+constexpr std::size_t UsualRoom = 2049;
 
 HKEY RootOf(Hive hive)
 {
@@ -60,14 +64,17 @@ std::optional<std::vector<std::byte>> Win32Registry::ReadValue(Hive hive, const 
     if (::RegOpenKeyExW(RootOf(hive), key.c_str(), 0, RightsOf(access), opened.put()) != ERROR_SUCCESS) {
         return std::nullopt;
     }
-    std::vector<std::byte> bytes(limit + 1); // without room at all the query would tell the size and succeed
+    // What the suite allows its texts is asked for thousands of times; memory of its own each time would cost more than
+    // all else here.
+    std::array<std::byte, UsualRoom> usual{};
+    std::vector<std::byte> larger(limit < usual.size() ? 0 : limit + 1);
+    std::byte* const room = larger.empty() ? usual.data() : larger.data(); // never none: the query would tell the size
     auto size = static_cast<DWORD>(limit);
-    if (::RegQueryValueExW(opened.get(), name.c_str(), nullptr, nullptr, reinterpret_cast<BYTE*>(bytes.data()),
-                           &size) != ERROR_SUCCESS) {
+    if (::RegQueryValueExW(opened.get(), name.c_str(), nullptr, nullptr, reinterpret_cast<BYTE*>(room), &size) !=
+        ERROR_SUCCESS) {
         return std::nullopt;
     }
-    bytes.resize(size);
-    return bytes;
+    return std::vector<std::byte>(room, room + size);
 }
 
 bool Win32Registry::WriteValue(Hive hive, const std::wstring& key, const std::wstring& name, ValueType type,
