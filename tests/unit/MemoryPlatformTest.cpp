@@ -59,6 +59,25 @@ TEST(MemoryRegistryTest, RefusesAnExistingKeyButNotThoseBelow)
     EXPECT_TRUE(registry.WriteValue(Hive::CurrentUser, L"A\\B", L"W", ValueType::Text, SomeBytes));
 }
 
+TEST(MemoryRegistryTest, EnumeratesInASetOrderWhileTheNamesAreThose)
+{
+    MemoryRegistry registry;
+    const auto first = [&registry] {
+        std::wstring name;
+        EXPECT_EQ(registry.OpenSubKeys(Hive::CurrentUser, L"K").keys->ReadName(0, name), RegistryStatus::Success);
+        return name;
+    };
+    registry.AddKey(Hive::CurrentUser, L"K\\a");
+    registry.AddKey(Hive::CurrentUser, L"K\\b\\c");
+    EXPECT_EQ(first(), L"a");
+    registry.SetOrder(Hive::CurrentUser, L"k", {L"b", L"a"});
+    EXPECT_EQ(first(), L"b");
+    registry.AddKey(Hive::CurrentUser, L"K\\d");
+    EXPECT_EQ(first(), L"a");
+    registry.RefuseReading(Hive::CurrentUser, L"K", KeyAccess::QueryValue);
+    EXPECT_EQ(registry.OpenSubKeys(Hive::CurrentUser, L"K").status, RegistryStatus::AccessDenied);
+}
+
 TEST(MemoryRegistryTest, ListsEveryDifference)
 {
     MemoryRegistry registry;
