@@ -53,9 +53,10 @@ void FindAutoCADTrustedPathKeys(const Registry& registry, std::vector<std::wstri
     std::vector<std::wstring> accepted;
     std::copy_if(names.begin(), names.end(), std::back_inserter(accepted), IsAccepted);
 
+    std::wstring releaseKey;
     std::wstring key;
     for (const std::wstring& release : accepted) {
-        const std::wstring releaseKey = root + L"\\" + release;
+        releaseKey.assign(root).append(L"\\").append(release);
         EnumRegistrySubKeys(registry, releaseKey, names);
         for (const std::wstring& product : names) {
             key.assign(releaseKey).append(L"\\").append(product).append(TrustedPathsKey);
