@@ -88,7 +88,7 @@ void BM_NewestFile(benchmark::State& state)
     const Platform base = memory.Ports();
     const Platform ports{base.registry,    files,         base.shell, base.folders, base.messages, base.modules,
                          base.environment, base.accounts, base.clock, base.help,    base.codePage, base.clipboard,
-                         base.web};
+                         base.web,         base.processes};
     InstallationSettings settings = SettingsOn(ports);
     const UpdateCheck check(ports, settings, Address);
     for (auto _ : state) {

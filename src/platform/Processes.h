@@ -15,10 +15,6 @@ public:
     /// process's environment and working folder and none of its handles, and is asked to show its window.
     /// False when it could not be started: the file is missing, no program, or not to be run by this user.
     virtual bool Start(const std::wstring& program, const std::wstring& commandLine) = 0;
-
-    /// Has the shell open `file` with `parameters` (verb "open", shown normally, no owner, no working folder) and does
-    /// not wait for it. What comes of it is not reported.
-    virtual void Open(const std::wstring& file, const std::wstring& parameters) = 0;
 };
 
 } // namespace sitekeeper

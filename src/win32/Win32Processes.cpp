@@ -4,8 +4,6 @@
 
 #include <windows.h>
 
-#include <shellapi.h>
-
 namespace sitekeeper {
 
 bool Win32Processes::Start(const std::wstring& program, const std::wstring& commandLine)
@@ -21,11 +19,6 @@ bool Win32Processes::Start(const std::wstring& program, const std::wstring& comm
     const UniqueProcess process(started.hProcess);
     const UniqueThread thread(started.hThread);
     return hasStarted != FALSE;
-}
-
-void Win32Processes::Open(const std::wstring& file, const std::wstring& parameters)
-{
-    ::ShellExecuteW(nullptr, L"open", file.c_str(), parameters.c_str(), nullptr, SW_SHOWNORMAL);
 }
 
 } // namespace sitekeeper

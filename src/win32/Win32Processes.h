@@ -9,7 +9,6 @@ class Win32Processes final : public Processes
 {
 public:
     bool Start(const std::wstring& program, const std::wstring& commandLine) override;
-    void Open(const std::wstring& file, const std::wstring& parameters) override;
 };
 
 } // namespace sitekeeper

@@ -113,7 +113,6 @@ private:
 std::optional<StartedAs> MemoryWorld::AwaitRecord(const std::wstring& path)
 {
     constexpr int Show = 5;
-    constexpr int ShowNormal = 1;
     constexpr std::uint32_t NormalPriority = 0x20;
     if (std::find(m_ended.begin(), m_ended.end(), path) != m_ended.end()) {
         return std::nullopt;
@@ -121,11 +120,6 @@ std::optional<StartedAs> MemoryWorld::AwaitRecord(const std::wstring& path)
     for (const MemoryProcesses::Started& started : m_memory.processes.AllStarted()) {
         if (ReplaceAll(started.program, L"\\\\", L"\\") == path) {
             return StartedAs{started.commandLine, Show, NormalPriority, m_currentFolder};
-        }
-    }
-    for (const MemoryProcesses::Started& opened : m_memory.processes.AllOpened()) {
-        if (opened.program == path) {
-            return StartedAs{L"\"" + path + L"\" " + opened.commandLine, ShowNormal, NormalPriority, m_currentFolder};
         }
     }
     return std::nullopt;

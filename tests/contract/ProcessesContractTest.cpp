@@ -6,7 +6,6 @@ namespace sitekeeper {
 namespace {
 
 constexpr int Show = 5;
-constexpr int ShowNormal = 1;
 constexpr std::uint32_t NormalPriority = 0x20;
 
 class ProcessesContract : public ::testing::Test
@@ -87,17 +86,6 @@ TEST_F(ProcessesContract, KeepsNoHandle)
         EXPECT_TRUE(world->AwaitRecord(path)) << path;
         world->EndRecorder(path);
     }
-}
-
-TEST_F(ProcessesContract, OpensAProgramThroughTheShell)
-{
-    processes.Open(program, L"-runfromtemp \"x y\"");
-    const auto record = world->AwaitRecord(program);
-    ASSERT_TRUE(record);
-    EXPECT_EQ(record->commandLine, L"\"" + program + L"\" -runfromtemp \"x y\"");
-    EXPECT_EQ(record->showState, ShowNormal);
-    EXPECT_TRUE(world->IsRecorderRunning(program));
-    world->EndRecorder(program);
 }
 
 } // namespace

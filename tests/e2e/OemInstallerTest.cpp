@@ -2,8 +2,6 @@
 #include "e2e/Journey.h"
 #include "e2e/support/FileTree.h"
 
-#include <cstring>
-
 namespace sitekeeper::e2e {
 namespace {
 
@@ -42,10 +40,7 @@ protected:
     static std::wstring AwaitRecord(const ProgramRun& run)
     {
         run.Await("the installer to start", [] { return Exists(SetupProgram + L".txt"); });
-        const std::string bytes = ReadWholeFile(SetupProgram + L".txt").value_or("");
-        std::wstring record(bytes.size() / sizeof(wchar_t), L'\0');
-        std::memcpy(record.data(), bytes.data(), record.size() * sizeof(wchar_t));
-        return record;
+        return ReadWideText(SetupProgram + L".txt");
     }
 
     /// Sends the command and chooses the image.

@@ -68,7 +68,7 @@ protected:
                                    L"the website?\n\nIf you Cancel, you will not be prompted again.");
         EXPECT_EQ(question.Buttons(), (std::vector<std::wstring>{L"&Yes", L"&No", L"Cancel"}));
         EXPECT_EQ(question.Owner(), nullptr);
-        EXPECT_NE(question.Icon(), nullptr);
+        EXPECT_TRUE(question.HasIcon());
         EXPECT_TRUE(HasSplash(run)) << "behind the question";
         EXPECT_EQ(run.Windows().size(), 2U) << "and nothing else";
     }
@@ -80,7 +80,7 @@ protected:
         EXPECT_EQ(message.Text(), text);
         EXPECT_TRUE(message.HasOnlyOk());
         EXPECT_EQ(message.Owner(), nullptr);
-        EXPECT_NE(message.Icon(), nullptr);
+        EXPECT_TRUE(message.HasIcon());
         EXPECT_TRUE(HasSplash(run)) << "until all is done";
         SaveMoment(message.Handle(), moment);
         message.Confirm();

@@ -31,6 +31,7 @@ public:
         m_values[name].assign(bytes.begin(), bytes.end());
         return true;
     }
+    [[nodiscard]] OpenedSubKeys OpenSubKeys(Hive /*hive*/, const std::wstring& /*key*/) const override { return {}; }
 
 private:
     std::map<std::wstring, std::vector<std::byte>> m_values;

@@ -390,12 +390,6 @@ public:
     {
         return !m_plan.Fails(L"start " + program) && m_inner.Start(program, commandLine);
     }
-    void Open(const std::wstring& file, const std::wstring& parameters) override
-    {
-        if (!m_plan.Fails(L"open with the shell " + file)) {
-            m_inner.Open(file, parameters);
-        }
-    }
 
 private:
     Processes& m_inner;

@@ -21,11 +21,6 @@ bool MemoryProcesses::Start(const std::wstring& program, const std::wstring& com
     return true;
 }
 
-void MemoryProcesses::Open(const std::wstring& file, const std::wstring& parameters)
-{
-    m_opened.push_back({file, parameters});
-}
-
 void MemoryProcesses::AddProgram(const std::wstring& path)
 {
     m_programs.insert(Comparable(path));
@@ -36,9 +31,6 @@ std::vector<std::wstring> MemoryProcesses::Listing() const
     std::vector<std::wstring> lines;
     for (const Started& each : m_started) {
         lines.push_back(each.program + L" : " + each.commandLine);
-    }
-    for (const Started& each : m_opened) {
-        lines.push_back(L"through the shell " + each.program + L" : " + each.commandLine);
     }
     return lines;
 }

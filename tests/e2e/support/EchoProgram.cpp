@@ -3,7 +3,6 @@
 #include "e2e/support/FileTree.h"
 #include "e2e/support/Installation.h"
 
-#include <cstring>
 #include <utility>
 
 namespace sitekeeper::e2e {
@@ -16,10 +15,8 @@ EchoProgram::EchoProgram(std::wstring path) : m_path(std::move(path))
 std::wstring EchoProgram::AwaitCommandLine(const ProgramRun& run) const
 {
     run.Await("the program's stand-in to run", [this] { return HasRun(); });
-    const std::string bytes = ReadWholeFile(m_path + L".txt").value_or("");
+    std::wstring line = ReadWideText(m_path + L".txt");
     RemoveFile(m_path + L".txt");
-    std::wstring line(bytes.size() / sizeof(wchar_t), L'\0');
-    std::memcpy(line.data(), bytes.data(), line.size() * sizeof(wchar_t));
     return line;
 }
 

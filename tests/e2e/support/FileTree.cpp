@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <stdexcept>
 #include <vector>
 
@@ -107,6 +108,14 @@ std::optional<std::string> ReadWholeFile(const std::wstring& path)
         content.append(piece.data(), read);
     }
     return content;
+}
+
+std::wstring ReadWideText(const std::wstring& path)
+{
+    const std::string bytes = ReadWholeFile(path).value_or("");
+    std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
+    std::memcpy(text.data(), bytes.data(), text.size() * sizeof(wchar_t));
+    return text;
 }
 
 void RemoveFolder(const std::wstring& folder)

@@ -23,6 +23,9 @@ void SetModified(const std::wstring& path, long long moment);
 /// Nothing when the file cannot be read.
 [[nodiscard]] std::optional<std::string> ReadWholeFile(const std::wstring& path);
 
+/// A file that a stand-in wrote, in the system's own wide text; empty when it cannot be read.
+[[nodiscard]] std::wstring ReadWideText(const std::wstring& path);
+
 /// The folder and all below it; nothing happens when there is none.
 void RemoveFolder(const std::wstring& folder);
 

@@ -19,7 +19,6 @@ public:
         }
         return m_inner.Start(program, commandLine);
     }
-    void Open(const std::wstring& file, const std::wstring& parameters) override { m_inner.Open(file, parameters); }
 
     /// Called before each start.
     std::function<void()> onStart;
