@@ -36,7 +36,7 @@ libboost-dev                the store is measured beside its property trees
 xdotool                     mouse and keys in the end-to-end tests
 liblnk-utils                reads shortcuts in the end-to-end tests
 python3                     counts the results, and is the web server of the tests
-openssl                     makes that server's certificate
+openssl                     makes the certificate of that server
 '
 
 package_names() {
