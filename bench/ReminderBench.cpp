@@ -2,7 +2,10 @@
 // session beside a copy of its bytes, and the program's start with the reminder not due beside its start without it.
 // Prints one line for each, medians of runs that alternate.
 //
-// reminder_bench PROGRAM [RUNS]
+// reminder_bench PROGRAM RUNS [FOLDER...]
+//
+// Each FOLDER holds as many "*.exe" as are to be measured. They are made outside: Wine looks through the folder for
+// each file that it makes.
 #include "Measure.h"
 #include "ProgramStart.h"
 #include "settings/InstallationSettings.h"
@@ -51,45 +54,24 @@ void Compare(const char* what, double count, int runs, const std::function<void(
     PrintPair(what, count, Median(ourTimes), Median(peerTimes));
 }
 
-/// A folder with so many program files, for the life of this object.
-class ProgramFolder
+void BenchScan(const std::wstring& folder, int runs)
 {
-public:
-    explicit ProgramFolder(int count) : m_count(count)
-    {
-        wchar_t temporary[MAX_PATH]{};
-        ::GetTempPathW(MAX_PATH, temporary);
-        m_path = std::wstring(temporary) + L"SkReminderBench\\";
-        ::CreateDirectoryW(m_path.c_str(), nullptr);
-        for (int number = 0; number < m_count; ++number) {
-            ::CloseHandle(::CreateFileW(NameOf(number).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
-        }
-    }
-    ProgramFolder(const ProgramFolder&) = delete;
-    ProgramFolder& operator=(const ProgramFolder&) = delete;
-    ~ProgramFolder()
-    {
-        for (int number = 0; number < m_count; ++number) {
-            ::DeleteFileW(NameOf(number).c_str());
-        }
-        ::RemoveDirectoryW(m_path.c_str());
-    }
-    [[nodiscard]] std::wstring Pattern() const { return m_path + L"*.exe"; }
-
-private:
-    [[nodiscard]] std::wstring NameOf(int number) const { return m_path + std::to_wstring(number) + L".exe"; }
-
-    int m_count;
-    std::wstring m_path;
-};
-
-void BenchScan(int count, int runs)
-{
-    const ProgramFolder folder(count);
-    const std::wstring pattern = folder.Pattern();
+    const std::wstring pattern = folder + L"\\*.exe";
     const Win32FileSystem files;
     Seconds newest = 0;
-    int found = 0;
+    int count = 0;
+    const auto bareWalk = [&] {
+        WIN32_FIND_DATAW data{};
+        FILETIME last{};
+        count = 0;
+        const HANDLE search = ::FindFirstFileW(pattern.c_str(), &data);
+        do {
+            last = ::CompareFileTime(&data.ftLastWriteTime, &last) > 0 ? data.ftLastWriteTime : last;
+            ++count;
+        } while (::FindNextFileW(search, &data) != FALSE);
+        ::FindClose(search);
+    };
+    bareWalk(); // counts, and brings the folder into memory
     Compare(
         "newest of so many files", count, runs,
         [&] {
@@ -97,17 +79,8 @@ void BenchScan(int count, int runs)
                 newest = std::max(newest, file.modified.value_or(newest));
             });
         },
-        [&] {
-            WIN32_FIND_DATAW data{};
-            FILETIME last{};
-            const HANDLE search = ::FindFirstFileW(pattern.c_str(), &data);
-            do {
-                last = ::CompareFileTime(&data.ftLastWriteTime, &last) > 0 ? data.ftLastWriteTime : last;
-                ++found;
-            } while (::FindNextFileW(search, &data) != FALSE);
-            ::FindClose(search);
-        });
-    if (found != count * runs || newest == 0) {
+        bareWalk);
+    if (newest == 0) {
         throw std::runtime_error("the walk did not find the files");
     }
 }
@@ -179,14 +152,14 @@ void BenchStart(const std::wstring& program, int runs)
 
 int wmain(int count, wchar_t** arguments)
 {
-    if (count < 2) {
-        std::fputs("usage: reminder_bench PROGRAM [RUNS]\n", stderr);
+    if (count < 3) {
+        std::fputs("usage: reminder_bench PROGRAM RUNS [FOLDER...]\n", stderr);
         return 2;
     }
-    const int runs = count > 2 ? static_cast<int>(std::wcstol(arguments[2], nullptr, 10)) : 11;
+    const int runs = static_cast<int>(std::wcstol(arguments[2], nullptr, 10));
     try {
-        for (const int files : {10, 1'000, 100'000}) {
-            BenchScan(files, runs);
+        for (int index = 3; index < count; ++index) {
+            BenchScan(arguments[index], runs);
         }
         constexpr std::size_t KiB = 1024;
         for (const std::size_t size : {KiB, KiB * KiB, 16 * KiB * KiB}) {

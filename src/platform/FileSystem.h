@@ -31,7 +31,8 @@ public:
 /// A file or folder that a search found.
 struct FoundFile
 {
-    std::wstring name;
+    /// As its folder spells it. Stands only as long as the search looks at this file.
+    std::wstring_view name;
     /// When its content was last changed; nothing when that cannot be told.
     std::optional<Seconds> modified;
 };

@@ -18,16 +18,16 @@ protected:
     [[nodiscard]] std::vector<std::wstring> Names(const std::wstring& pattern) const
     {
         std::vector<std::wstring> names;
-        files.Search(pattern, [&names](const FoundFile& file) { names.push_back(file.name); });
+        files.Search(pattern, [&names](const FoundFile& file) { names.emplace_back(file.name); });
         return names;
     }
     /// When the only file that the pattern finds was changed.
     [[nodiscard]] std::optional<Seconds> Modified(const std::wstring& pattern) const
     {
-        std::vector<FoundFile> found;
-        files.Search(pattern, [&found](const FoundFile& file) { found.push_back(file); });
+        std::vector<std::optional<Seconds>> found;
+        files.Search(pattern, [&found](const FoundFile& file) { found.push_back(file.modified); });
         EXPECT_EQ(found.size(), 1U);
-        return found.size() == 1 ? found.front().modified : std::nullopt;
+        return found.size() == 1 ? found.front() : std::nullopt;
     }
 
     std::unique_ptr<World> world = MakeWorld();

@@ -120,7 +120,8 @@ void MemoryFileSystem::Search(const std::wstring& pattern, const std::function<v
     for (const auto& [id, entry] : m_entries) {
         if (WithoutTrailingBackslashes(GetFolderOfPath(id)) == folder &&
             IsMatch(GetNameOfPath(id), GetNameOfPath(full))) {
-            take({GetNameOfPath(entry.path), entry.modified});
+            const std::wstring name = GetNameOfPath(entry.path);
+            take({name, entry.modified});
         }
     }
 }
