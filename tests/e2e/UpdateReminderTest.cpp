@@ -60,6 +60,16 @@ protected:
         ExpectEnd(run, expected);
     }
 
+    /// A start without a question that leaves this date, and visits the page so often.
+    void ExpectNoQuestion(const std::wstring& storedDate, std::size_t visits) const
+    {
+        State expected = State::Take();
+        ExpectReminder(expected, storedDate, Interval);
+        const ProgramRun run(Installation::Program());
+        ExpectQuietStart(run, expected);
+        EXPECT_EQ(page.Visits(), visits);
+    }
+
     /// The question as it must stand there.
     static void ExpectQuestion(const ProgramRun& run, const MessageWindow& question)
     {
@@ -160,10 +170,7 @@ TEST_F(UpdateReminder, IsArmedBeforeThePageIsAskedFor)
 TEST_F(UpdateReminder, IsNotDueBeforeItsDay)
 {
     StoreDate(DateAfter(1));
-    State expected = State::Take();
-    const ProgramRun run(Installation::Program());
-    ExpectQuietStart(run, expected);
-    EXPECT_EQ(page.Visits(), 0U);
+    ExpectNoQuestion(DateAfter(1), 0);
 }
 
 TEST_F(UpdateReminder, TheFirstStartOnlyArmsIt)
@@ -180,41 +187,26 @@ TEST_F(UpdateReminder, TheFirstStartOnlyArmsIt)
 TEST_F(UpdateReminder, DoesNotComeWhereTheApplicationLiesElsewhere)
 {
     Installation::SetFolders(L"C:\\Suite\\", L"C:\\NewServer\\Suite\\", L"C:\\Suite\\Datafiles\\");
-    State expected = State::Take();
-    const ProgramRun run(Installation::Program());
-    ExpectQuietStart(run, expected);
-    EXPECT_EQ(page.Visits(), 0U);
+    ExpectNoQuestion(DateAfter(0), 0);
 }
 
 TEST_F(UpdateReminder, APageThatIsNotThereIsNotMissed)
 {
     page.Withdraw();
-    State expected = State::Take();
-    ExpectReminder(expected, DateAfter(Interval), Interval);
-    const ProgramRun run(Installation::Program());
-    ExpectQuietStart(run, expected);
-    EXPECT_EQ(page.Visits(), 1U);
+    ExpectNoQuestion(DateAfter(Interval), 1);
 }
 
 TEST_F(UpdateReminder, APageWithoutAnEndIsCutOff)
 {
     page.PublishEndless();
-    State expected = State::Take();
-    ExpectReminder(expected, DateAfter(Interval), Interval);
-    const ProgramRun run(Installation::Program());
-    ExpectQuietStart(run, expected);
-    EXPECT_EQ(page.Visits(), 1U);
+    ExpectNoQuestion(DateAfter(Interval), 1);
 }
 
 TEST_F(UpdateReminder, AFileOfTheSameDayIsNewEnough)
 {
     WriteWholeFile(L"C:\\Suite\\Designer\\ORTHO\\R23\\tools.fas", "");
     SetModified(L"C:\\Suite\\Designer\\ORTHO\\R23\\tools.fas", StartOf(2023, 6, 15));
-    State expected = State::Take();
-    ExpectReminder(expected, DateAfter(Interval), Interval);
-    const ProgramRun run(Installation::Program());
-    ExpectQuietStart(run, expected);
-    EXPECT_EQ(page.Visits(), 1U);
+    ExpectNoQuestion(DateAfter(Interval), 1);
 }
 
 TEST_F(UpdateReminder, AFileOfTheDayBeforeIsNot)

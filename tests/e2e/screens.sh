@@ -16,6 +16,7 @@ programs=${SITEKEEPER_SCREENS_BUILD:-$build_dir/mingw-release}
 shots=${1:-$build_dir/screens}
 moments='Start.ShowsTheThree*:Start.TheSplash*:Browse.TypedText*:Failure.Without*:Library.IsMissing*:Library.CannotBe*'
 moments+=':Gate.AUserWithout*:*BadDate.*/0:Look.TheProgress*:UserAccess.NamesAre*:UserAccess.AHundred*'
+moments+=':TrustedPaths.*:OemInstaller.*'
 
 windows_path() {
     echo "Z:${1//\//\\}"
@@ -56,6 +57,9 @@ shoot() {
     raw=$(mktemp -d)
     SITEKEEPER_SHOTS=$(windows_path "$raw") in_prefix "$prefix" timeout 300 \
         wine "$programs/tests/e2e/sitekeeper_e2e.exe" --gtest_filter="$moments"
+    # The update reminder's, beside its page.
+    SITEKEEPER_SHOTS=$(windows_path "$raw") in_prefix "$prefix" timeout 300 \
+        "$here/../support/web_server.py" --port 28417 wine "$programs/tests/e2e/sitekeeper_e2e_updates.exe"
     to_png "$raw" "$dpi"
     rm -rf "$raw"
     shoot_menus "$prefix" "$dpi"
