@@ -1,10 +1,11 @@
-// What the Windows benchmarks share: a stopwatch and medians.
+// What the Windows benchmarks share: a stopwatch, medians, and conditions that must hold.
 #pragma once
 
 #include <windows.h>
 
 #include <algorithm>
 #include <cstddef>
+#include <stdexcept>
 #include <vector>
 
 namespace sitekeeper::bench {
@@ -34,6 +35,14 @@ private:
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
     std::nth_element(values.begin(), middle, values.end());
     return *middle;
+}
+
+/// Ends a benchmark that would measure something else: raises std::runtime_error with `what`.
+inline void Require(bool isDone, const char* what)
+{
+    if (!isDone) {
+        throw std::runtime_error(what);
+    }
 }
 
 } // namespace sitekeeper::bench

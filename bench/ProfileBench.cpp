@@ -30,13 +30,6 @@ constexpr const wchar_t* EditedSection = L"Ledger Composer";
 /// Per-key calls of the system that are timed; the others take as long.
 constexpr int SampleSize = 20;
 
-void Require(bool isDone, const char* what)
-{
-    if (!isDone) {
-        throw std::runtime_error(what);
-    }
-}
-
 /// A file of `entries` entries in two sections, and what is done with it.
 class Profile
 {

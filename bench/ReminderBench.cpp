@@ -23,7 +23,6 @@
 #include <cwchar>
 #include <exception>
 #include <functional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -80,9 +79,7 @@ void BenchScan(const std::wstring& folder, int runs)
             });
         },
         bareWalk);
-    if (newest == 0) {
-        throw std::runtime_error("the walk did not find the files");
-    }
+    Require(newest != 0, "the walk did not find the files");
 }
 
 /// Hands a page on as the real session does, without a server.
@@ -121,9 +118,7 @@ void BenchPage(std::size_t size, int runs)
             const std::string copy = web.Page();
             copied += static_cast<std::size_t>(copy.back());
         });
-    if (copied == 0) {
-        throw std::runtime_error("nothing was copied");
-    }
+    Require(copied != 0, "nothing was copied");
 }
 
 /// The paths as the reminder compares them: the same, or not.

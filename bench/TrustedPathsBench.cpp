@@ -28,13 +28,6 @@ constexpr const wchar_t* TreeKey = L"Software\\Autodesk\\AutoCAD";
 constexpr int Releases = 5;
 constexpr std::size_t ValueRoom = 1024;
 
-void Require(bool isDone, const char* what)
-{
-    if (!isDone) {
-        throw std::runtime_error(what);
-    }
-}
-
 bool HasAutoCAD()
 {
     UniqueRegistryKey key;

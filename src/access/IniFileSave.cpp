@@ -1,7 +1,7 @@
 #include "access/EntryOrder.h"
 #include "access/IniFile.h"
+#include "access/PlainText.h"
 #include "access/SafeSave.h"
-#include "text/PlainText.h"
 
 #include <algorithm>
 #include <array>

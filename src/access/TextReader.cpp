@@ -1,6 +1,6 @@
 #include "access/TextReader.h"
 
-#include "text/PlainText.h"
+#include "access/PlainText.h"
 
 #include <algorithm>
 

@@ -37,7 +37,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE /*previous*/, wchar_t* /*comma
     Win32HelpViewer help;
     Win32CodePage codePage;
     Win32Clipboard clipboard;
-    Win32WebSession web(L"SiteKeeper");
+    Win32WebSession web(CWinApp::ResourceText(instance, IDS_APP_NAME));
     Win32Processes processes;
     const Platform platform{registry, files, shell, folders,  messages,  modules, environment,
                             accounts, clock, help,  codePage, clipboard, web,     processes};

@@ -9,7 +9,8 @@ namespace sitekeeper {
 namespace {
 
 constexpr std::size_t PieceSize = 50;
-constexpr std::wstring_view CaselessPart = L"_2023_"; // of the update key
+constexpr std::wstring_view CaselessPart = UpdateKey.substr(2, 6);
+static_assert(CaselessPart == L"_2023_"); // a part of the key without letters
 constexpr int FirstYear = 1970;
 constexpr int LastMonth = 12;
 constexpr int LastDay = 31;

@@ -3,6 +3,7 @@
 #include "contract/Win32Recorder.h"
 #include "contract/World.h"
 #include "frame/Handles.h"
+#include "support/Wine.h"
 #include "win32/Win32Accounts.h"
 #include "win32/Win32Clipboard.h"
 #include "win32/Win32Clock.h"
@@ -146,10 +147,7 @@ public:
     }
     void RemoveVariable(const std::wstring& name) override { ::_wputenv_s(name.c_str(), L""); }
 
-    [[nodiscard]] bool IsWine() override
-    {
-        return ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-    }
+    [[nodiscard]] bool IsWine() override { return sitekeeper::IsWine(); }
 
     void MakeRecorder(const std::wstring& path) override { CopyRecorder(path); }
     [[nodiscard]] std::optional<StartedAs> AwaitRecord(const std::wstring& path) override { return RecordOf(path); }

@@ -4,6 +4,7 @@
 #include "e2e/support/EchoProgram.h"
 #include "e2e/support/FileTree.h"
 #include "e2e/support/UpdatesPage.h"
+#include "support/Wine.h"
 
 #include <algorithm>
 
@@ -14,11 +15,6 @@ constexpr const char* Page =
     "<html><body><a href=\"downloads/LX_2023_Plus_Update2023_06_15.exe\">LX Plus 2023</a></body></html>";
 constexpr DWORD Interval = 14;
 constexpr int OneYear = 365;
-
-bool IsWine()
-{
-    return ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-}
 
 class UpdateReminder : public Journey
 {
@@ -83,17 +79,26 @@ protected:
         EXPECT_EQ(run.Windows().size(), 2U) << "and nothing else";
     }
 
-    static void ExpectToldAndConfirm(const ProgramRun& run, const std::wstring& text, const std::wstring& moment)
+    /// A start whose question gets that answer; what is told then, and the next date, so many days after today.
+    void ExpectPutOff(int answer, const std::wstring& told, int days, const std::wstring& moment) const
     {
-        const MessageWindow message(run);
-        EXPECT_EQ(message.Caption(), L"LX Plus 2023");
-        EXPECT_EQ(message.Text(), text);
-        EXPECT_TRUE(message.HasOnlyOk());
-        EXPECT_EQ(message.Owner(), nullptr);
-        EXPECT_TRUE(message.HasIcon());
-        EXPECT_TRUE(HasSplash(run)) << "until all is done";
-        SaveMoment(message.Handle(), moment);
-        message.Confirm();
+        State expected = State::Take();
+        ExpectReminder(expected, DateAfter(days), Interval);
+        const ProgramRun run(Installation::Program());
+        MessageWindow(run).Press(answer);
+        {
+            const MessageWindow message(run);
+            EXPECT_EQ(message.Caption(), L"LX Plus 2023");
+            EXPECT_EQ(message.Text(), told);
+            EXPECT_TRUE(message.HasOnlyOk());
+            EXPECT_EQ(message.Owner(), nullptr);
+            EXPECT_TRUE(message.HasIcon());
+            EXPECT_TRUE(HasSplash(run)) << "until all is done";
+            SaveMoment(message.Handle(), moment);
+            message.Confirm();
+        }
+        ExpectQuietStart(run, expected);
+        EXPECT_EQ(page.Visits(), 1U);
     }
 
     UpdatesPage page;
@@ -121,22 +126,12 @@ TEST_F(UpdateReminder, YesOpensThePage)
 
 TEST_F(UpdateReminder, NoTellsWhenItComesAgain)
 {
-    State expected = State::Take();
-    ExpectReminder(expected, DateAfter(Interval), Interval);
-    const ProgramRun run(Installation::Program());
-    MessageWindow(run).Press(IDNO);
-    ExpectToldAndConfirm(run, L"You will be reminded in 14 days of a new update.", L"update-later");
-    ExpectQuietStart(run, expected);
+    ExpectPutOff(IDNO, L"You will be reminded in 14 days of a new update.", Interval, L"update-later");
 }
 
 TEST_F(UpdateReminder, CancelPutsItOffForAYear)
 {
-    State expected = State::Take();
-    ExpectReminder(expected, DateAfter(OneYear), Interval);
-    const ProgramRun run(Installation::Program());
-    MessageWindow(run).Press(IDCANCEL);
-    ExpectToldAndConfirm(run, L"You will not be reminded of any new updates.", L"update-never");
-    ExpectQuietStart(run, expected);
+    ExpectPutOff(IDCANCEL, L"You will not be reminded of any new updates.", OneYear, L"update-never");
 }
 
 TEST_F(UpdateReminder, TheBoxesStayAboveOtherWindows)

@@ -3,6 +3,7 @@
 
 #include "support/IconPixels.h"
 #include "support/MemoryBitmap.h"
+#include "support/Wine.h"
 
 #include <windows.h>
 
@@ -384,7 +385,7 @@ TEST_F(ButtonPainterTest, HidesTheAcceleratorsLineWhenTold)
     m_state.hidesAccelerator = true;
     Paint();
     const RECT without = m_picture.Inked(Button, NormalGround);
-    if (::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr) {
+    if (IsWine()) {
         GTEST_SKIP() << "Wine 8 draws the line in spite of DT_HIDEPREFIX";
     }
     EXPECT_GT(with.bottom, without.bottom);

@@ -1,4 +1,4 @@
-// The characters below 128, which every code page keeps at their ASCII numbers: nearly all that is read, and quick to
+// The characters below 128, which every code page keeps at their ASCII numbers: nearly all of a user list, and quick to
 // convert.
 #pragma once
 
