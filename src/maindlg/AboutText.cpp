@@ -1,0 +1,29 @@
+#include "maindlg/AboutText.h"
+
+#include "maindlg/VersionStrings.h"
+#include "settings/Product.h"
+#include "settings/RegistryText.h"
+#include "text/Text.h"
+
+#include <cstddef>
+
+namespace sitekeeper {
+
+std::wstring BuildAboutText(const VersionResources& resources, const Registry& registry,
+                            const std::wstring& programFile)
+{
+    const std::size_t name = programFile.rfind(L'\\') + 1; // 0 without a folder
+    const std::size_t lastDot = programFile.rfind(L'.');
+    const std::size_t dot = lastDot == std::wstring::npos || lastDot < name ? programFile.size() : lastDot;
+    VersionStrings strings;
+    ReadVersionStrings(resources, strings, programFile.substr(0, dot), programFile.substr(dot));
+    const std::wstring& version = strings[VersionString::ProductVersion];
+    const std::wstring update =
+        ReadRegistryText(registry, Hive::LocalMachine, SuiteKey, L"ProductUpdate", KeyAccess::QueryValue);
+    return Fill(L"%s Version %s\n\nORIVEL LX Version %s%s\n\n%s",
+                {strings[VersionString::FileDescription], strings[VersionString::FileVersion],
+                 version.empty() ? L"2023" : version, update.empty() ? L"" : L"    Update " + update,
+                 strings[VersionString::LegalCopyright]});
+}
+
+} // namespace sitekeeper

@@ -1,0 +1,43 @@
+#include "maindlg/Uninstaller.h"
+
+#include "settings/RegistryText.h"
+#include "text/Text.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace sitekeeper {
+namespace {
+
+/// What the suite's installer knows the product by.
+constexpr const wchar_t* ProductCode = L"{6C1F2A3B-4D5E-4F60-8A71-92B3C4D5E6F7}";
+constexpr const wchar_t* UninstallKeys[] = {
+    L"Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\%s",
+    L"Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\InstallShield_%s",
+};
+
+} // namespace
+
+std::wstring ReadUninstallString(const Registry& registry)
+{
+    std::wstring command;
+    for (const wchar_t* const key : UninstallKeys) {
+        if (command.empty()) {
+            command = ReadRegistryText(registry, Hive::LocalMachine, Fill(key, {ProductCode}), L"UninstallString",
+                                       KeyAccess::QueryValue);
+        }
+    }
+    return command;
+}
+
+UninstallCommand SplitUninstallString(const std::wstring& command)
+{
+    const std::wstring kept = ReplaceAll(command, L" -removeonly", L"");
+    constexpr std::size_t EndingLength = 4; // of ".exe", the blank behind it not counted
+    // One before the first character where there is no such ending.
+    const auto place = static_cast<std::ptrdiff_t>(kept.find(L".exe "));
+    const auto end = static_cast<std::size_t>(place + static_cast<std::ptrdiff_t>(EndingLength));
+    return {kept.substr(0, end), kept.substr(std::min(end + 1, kept.size()))};
+}
+
+} // namespace sitekeeper
