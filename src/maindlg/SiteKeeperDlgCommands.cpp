@@ -1,0 +1,152 @@
+// The main dialog's commands.
+#include "access/AccessLists.h"
+#include "access/UserAccessDlg.h"
+#include "autocad/OemInstaller.h"
+#include "autocad/TrustedPaths.h"
+#include "maindlg/ApplyInstallation.h"
+#include "maindlg/ProgressWindow.h"
+#include "maindlg/SiteKeeperDlg.h"
+#include "res/ResourceIds.h"
+
+#include <commctrl.h>
+
+#include <optional>
+#include <utility>
+
+namespace sitekeeper {
+namespace {
+
+/// A window is off the screen for the life of this guard.
+class HiddenWindow
+{
+public:
+    explicit HiddenWindow(HWND window) : m_window(window) { ::ShowWindow(window, SW_HIDE); }
+    HiddenWindow(const HiddenWindow&) = delete;
+    HiddenWindow& operator=(const HiddenWindow&) = delete;
+    ~HiddenWindow() { ::ShowWindow(m_window, SW_RESTORE); }
+
+private:
+    HWND m_window;
+};
+
+} // namespace
+
+bool CSiteKeeperDlg::OnCommand(WORD id)
+{
+    static constexpr CommandRow<CSiteKeeperDlg> Commands[] = {
+        {IDOK, &CSiteKeeperDlg::ApplyChanges},
+        {ID_EXIT, &CSiteKeeperDlg::ApplyChanges}, // leaves by applying, deliberately
+        {IDC_BROWSE_APPLICATION, &CSiteKeeperDlg::OnBrowseApplicationFolder},
+        {IDC_BROWSE_DATAFILES, &CSiteKeeperDlg::OnBrowseDatafilesFolder},
+        {IDC_OPEN_PROGRAM, &CSiteKeeperDlg::OnOpenProgramFolder},
+        {IDC_OPEN_APPLICATION, &CSiteKeeperDlg::OnOpenApplicationFolder},
+        {IDC_OPEN_DATAFILES, &CSiteKeeperDlg::OnOpenDatafilesFolder},
+        {ID_ADD_TRUSTED_PATHS, &CSiteKeeperDlg::OnAddTrustedPaths}, // its item is grayed; scripts send it
+        {ID_INSTALL_OEM, &CSiteKeeperDlg::OnInstallAutoCADOEM},
+        {ID_USER_ACCESS, &CSiteKeeperDlg::OnUserAccess},
+        {ID_APP_HELP, &CSiteKeeperDlg::OnAppHelp},
+    };
+    return RunCommand(*this, Commands, id) || CDialog::OnCommand(id);
+}
+
+void CSiteKeeperDlg::ApplyChanges()
+{
+    UpdateData(ExchangeDirection::ToMembers);
+    auto progress = ShowProgressWindow(m_context.dialogsLibrary, App().Instance());
+    ApplyResult result{};
+    {
+        const CWaitCursor wait(App());
+        result = ApplyInstallation(m_context.platform, m_context.settings, m_folders,
+                                   {PickedDate(), static_cast<std::uint32_t>(m_reminderDays)});
+    }
+    if (result != ApplyResult::Applied) {
+        // The progress window stays on screen until the program ends.
+        m_remainingProgressWindows.push_back(std::move(progress));
+        m_context.platform.messages.Show(Id(),
+                                         result == ApplyResult::NoDesktopFolder
+                                             ? L"Error reading common desktop folder"
+                                             : L"Error reading start menu programs folder",
+                                         App().AppName(), MessageStyle::Error);
+        return;
+    }
+    progress.reset();
+    EndDialog(IDOK); // the controls were read above
+}
+
+void CSiteKeeperDlg::OnSelectProgramFolder()
+{
+    UpdateData(ExchangeDirection::ToMembers);
+    SelectProgramFolder(m_folders, m_context.platform.folders, m_context.settings);
+    UpdateData(ExchangeDirection::ToControls);
+}
+
+void CSiteKeeperDlg::OnBrowseApplicationFolder()
+{
+    UpdateData(ExchangeDirection::ToMembers);
+    BrowseApplicationFolder(m_folders, m_context.platform.folders);
+    UpdateData(ExchangeDirection::ToControls);
+}
+
+void CSiteKeeperDlg::OnBrowseDatafilesFolder()
+{
+    // Unlike the other two the fields are not read first, so what was typed since the last exchange is lost.
+    // Deliberate.
+    BrowseDatafilesFolder(m_folders, m_context.platform.folders);
+    UpdateData(ExchangeDirection::ToControls);
+}
+
+void CSiteKeeperDlg::OnOpenProgramFolder()
+{
+    OpenFolder(&InstallationFolders::program);
+}
+void CSiteKeeperDlg::OnOpenApplicationFolder()
+{
+    OpenFolder(&InstallationFolders::application);
+}
+void CSiteKeeperDlg::OnOpenDatafilesFolder()
+{
+    OpenFolder(&InstallationFolders::datafiles);
+}
+
+void CSiteKeeperDlg::OpenFolder(Folder folder)
+{
+    UpdateData(ExchangeDirection::ToMembers);
+    m_context.platform.shell.Explore(m_folders.*folder);
+}
+
+void CSiteKeeperDlg::OnAddTrustedPaths()
+{
+    AddTrustedPaths(m_context.platform.registry, m_TrustedPathKeys, m_TrustedPathReleases);
+    m_context.platform.messages.Show(Id(), L"The ORIVEL LX file paths have been added to the AutoCAD Trusted Paths. ",
+                                     L"Site Keeper", MessageStyle::Ok);
+}
+
+void CSiteKeeperDlg::OnInstallAutoCADOEM()
+{
+    const Platform& platform = m_context.platform;
+    if (const std::optional<OemSetup> setup = ChooseOemSetup(m_context.settings, platform.folders)) {
+        const HiddenWindow hidden(Handle());
+        StartOemSetup(platform.processes, platform.messages, Id(), App().AppName(), *setup);
+    }
+}
+
+void CSiteKeeperDlg::OnUserAccess()
+{
+    const AccessLists lists(m_context.platform, m_context.settings, m_context.programFile);
+    CUserAccessDlg dialog(App(), *this, {lists, m_context.platform.clipboard});
+    dialog.DoModal();
+}
+
+void CSiteKeeperDlg::OnAppHelp()
+{
+    App().OnHelp();
+}
+
+CalendarTime CSiteKeeperDlg::PickedDate() const
+{
+    SYSTEMTIME time{};
+    ::SendMessageW(m_reminderDate.Handle(), DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&time));
+    return {time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond};
+}
+
+} // namespace sitekeeper
