@@ -54,6 +54,7 @@ public:
         return std::make_unique<Output>(m_content);
     }
     bool MoveOver(const std::wstring& /*from*/, const std::wstring& /*to*/) override { return true; }
+    bool MakeEmptyFile(const std::wstring& /*path*/) override { return true; }
     bool RemoveFile(const std::wstring& /*path*/) override { return true; }
 
 private:

@@ -16,6 +16,7 @@
 #include "win32/Win32Processes.h"
 #include "win32/Win32Registry.h"
 #include "win32/Win32Shell.h"
+#include "win32/Win32VersionResources.h"
 #include "win32/Win32WebSession.h"
 
 #include <windows.h>
@@ -39,8 +40,9 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE /*previous*/, wchar_t* /*comma
     Win32Clipboard clipboard;
     Win32WebSession web(CWinApp::ResourceText(instance, IDS_APP_NAME));
     Win32Processes processes;
-    const Platform platform{registry, files, shell, folders,  messages,  modules, environment,
-                            accounts, clock, help,  codePage, clipboard, web,     processes};
+    Win32VersionResources versions;
+    const Platform platform{registry, files, shell,    folders,   messages, modules,   environment, accounts,
+                            clock,    help,  codePage, clipboard, web,      processes, versions};
     const auto remind = [&] {
         InstallationSettings settings(registry, environment, clock);
         UpdateCheck(platform, settings, CWinApp::ResourceText(instance, IDS_UPDATES_URL)).RunUpdateCheck();

@@ -49,6 +49,10 @@ LRESULT CSiteKeeperDlg::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
             OnSelectProgramFolder();
             return 0;
         }
+        if (wParam == ID_SYSTEM_ABOUT) {
+            OnAbout();
+            return 0;
+        }
         break;
     case WM_PAINT:
         if (::IsIconic(Handle()) != FALSE) {

@@ -63,7 +63,10 @@ private:
     void OnOpenDatafilesFolder();
     void OnAddTrustedPaths();
     void OnInstallAutoCADOEM();
+    void OnManageShortcuts();
     void OnUserAccess();
+    void LaunchUninstaller();
+    void OnAbout();
     void OnAppHelp();
 
     // System menu

@@ -3,10 +3,13 @@
 #include "access/UserAccessDlg.h"
 #include "autocad/OemInstaller.h"
 #include "autocad/TrustedPaths.h"
+#include "maindlg/AboutDlg.h"
 #include "maindlg/ApplyInstallation.h"
 #include "maindlg/ProgressWindow.h"
 #include "maindlg/SiteKeeperDlg.h"
+#include "maindlg/Uninstaller.h"
 #include "res/ResourceIds.h"
+#include "shortcuts/ManageShortcutsDlg.h"
 
 #include <commctrl.h>
 
@@ -43,7 +46,10 @@ bool CSiteKeeperDlg::OnCommand(WORD id)
         {IDC_OPEN_DATAFILES, &CSiteKeeperDlg::OnOpenDatafilesFolder},
         {ID_ADD_TRUSTED_PATHS, &CSiteKeeperDlg::OnAddTrustedPaths}, // its item is grayed; scripts send it
         {ID_INSTALL_OEM, &CSiteKeeperDlg::OnInstallAutoCADOEM},
-        {ID_USER_ACCESS, &CSiteKeeperDlg::OnUserAccess},
+        {ID_MANAGE_SHORTCUTS, &CSiteKeeperDlg::OnManageShortcuts},
+        {ID_USER_ACCESS, &CSiteKeeperDlg::OnUserAccess}, // this one and the next have no item; scripts send them
+        {ID_UNINSTALL, &CSiteKeeperDlg::LaunchUninstaller},
+        {ID_ABOUT, &CSiteKeeperDlg::OnAbout},
         {ID_APP_HELP, &CSiteKeeperDlg::OnAppHelp},
     };
     return RunCommand(*this, Commands, id) || CDialog::OnCommand(id);
@@ -130,11 +136,38 @@ void CSiteKeeperDlg::OnInstallAutoCADOEM()
     }
 }
 
+void CSiteKeeperDlg::OnManageShortcuts()
+{
+    CManageShortcutsDlg(App(), *this, {m_context.platform.files, m_context.platform.registry}).DoModal();
+}
+
 void CSiteKeeperDlg::OnUserAccess()
 {
     const AccessLists lists(m_context.platform, m_context.settings, m_context.programFile);
     CUserAccessDlg dialog(App(), *this, {lists, m_context.platform.clipboard});
     dialog.DoModal();
+}
+
+void CSiteKeeperDlg::LaunchUninstaller()
+{
+    const Platform& platform = m_context.platform;
+    const std::wstring registered = ReadUninstallString(platform.registry);
+    if (registered.empty()) {
+        platform.messages.Show(Id(),
+                               L"Could not find InstallShield uninstall information.\n\n"
+                               L"Make sure that program was properly installed.",
+                               L"Site Keeper", MessageStyle::Error);
+        return;
+    }
+    const UninstallCommand command = SplitUninstallString(registered);
+    platform.shell.OpenProgram(command.program, command.parameters);
+    ApplyChanges(); // leaves as Exit does, whatever came of it
+}
+
+void CSiteKeeperDlg::OnAbout()
+{
+    const Platform& platform = m_context.platform;
+    CAboutDlg(App(), *this, {platform.versions, platform.registry, m_context.programFile}).DoModal();
 }
 
 void CSiteKeeperDlg::OnAppHelp()

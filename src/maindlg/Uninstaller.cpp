@@ -34,10 +34,13 @@ UninstallCommand SplitUninstallString(const std::wstring& command)
 {
     const std::wstring kept = ReplaceAll(command, L" -removeonly", L"");
     constexpr std::size_t EndingLength = 4; // of ".exe", the blank behind it not counted
-    // One before the first character where there is no such ending.
-    const auto place = static_cast<std::ptrdiff_t>(kept.find(L".exe "));
-    const auto end = static_cast<std::size_t>(place + static_cast<std::ptrdiff_t>(EndingLength));
-    return {kept.substr(0, end), kept.substr(std::min(end + 1, kept.size()))};
+    constexpr std::size_t CutWithoutEnding = 3;
+    const std::size_t place = kept.find(L".exe ");
+    if (place == std::wstring::npos) {
+        return {kept.substr(0, CutWithoutEnding), kept.substr(std::min(CutWithoutEnding, kept.size()))};
+    }
+    const std::size_t end = place + EndingLength;
+    return {kept.substr(0, end), kept.substr(end + 1)};
 }
 
 } // namespace sitekeeper

@@ -23,7 +23,7 @@ struct UninstallCommand
 
 /// A registered command line taken apart, without any " -removeonly": the program ends with the first ".exe" that a
 /// blank follows, the parameters begin behind that blank. Without one the program is the first three characters and the
-/// parameters begin behind the fourth, deliberately: what cannot be taken apart starts nothing.
+/// parameters are the rest, deliberately: what cannot be taken apart starts nothing.
 [[nodiscard]] UninstallCommand SplitUninstallString(const std::wstring& command);
 
 } // namespace sitekeeper

@@ -79,6 +79,11 @@ public:
     /// removed are in the way is the system's choice.
     virtual bool MoveOver(const std::wstring& from, const std::wstring& to) = 0;
 
+    /// Makes an empty file; one of that path is emptied, and keeps its spelling. False when it could not be: its folder
+    /// is missing, a folder of that path exists, it may not be written or others hold it. What was there stays as it
+    /// was then.
+    virtual bool MakeEmptyFile(const std::wstring& path) = 0;
+
     /// Removes a file. False when it is still there or never was.
     virtual bool RemoveFile(const std::wstring& path) = 0;
 };

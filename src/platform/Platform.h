@@ -14,6 +14,7 @@
 #include "platform/Processes.h"
 #include "platform/Registry.h"
 #include "platform/Shell.h"
+#include "platform/VersionResources.h"
 #include "platform/WebSession.h"
 
 namespace sitekeeper {
@@ -34,6 +35,7 @@ struct Platform
     Clipboard& clipboard;
     WebSession& web;
     Processes& processes;
+    VersionResources& versions;
 };
 
 } // namespace sitekeeper

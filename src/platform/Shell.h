@@ -39,6 +39,10 @@ public:
     /// reported; an empty or missing folder opens nothing, or whatever the shell makes of it.
     virtual void Explore(const std::wstring& folder) = 0;
 
+    /// Starts the program file `program` with `parameters` as the shell opens it (verb "open", shown normally, no
+    /// owner, no working folder of its own) and does not wait for it. What comes of it is not reported.
+    virtual void OpenProgram(const std::wstring& program, const std::wstring& parameters) = 0;
+
     /// Opens a web address in the user's browser (verb "open", shown, no owner). What comes of it is not reported.
     virtual void Open(const std::wstring& address) = 0;
 };

@@ -12,7 +12,9 @@
 #define IDB_SPLASH 139
 
 // Dialogs and menus
+#define IDD_ABOUT 100
 #define IDD_MAIN 102
+#define IDD_MANAGE_SHORTCUTS 132
 #define IDR_MAIN_MENU 133
 #define IDD_USER_ACCESS 134
 
@@ -38,6 +40,12 @@
 #define IDC_PROFILE_LABEL 1029
 #define IDC_SESSION_LABEL 1033
 #define IDC_ICON_SIZE_LIST 1037
+
+// Control of the About box
+#define IDC_ABOUT_TEXT 1008
+
+// Control of the dialog of shortcuts
+#define IDC_SHORTCUT_TREE 1017
 
 // Controls of the user access dialog
 #define IDC_ADD_USER 1007

@@ -19,8 +19,8 @@ constexpr DWORD UserAccountLevel = 1;
 class NetworkBuffer
 {
 public:
-    explicit NetworkBuffer(FARPROC release)
-        : m_release(reinterpret_cast<decltype(&::NetApiBufferFree)>(reinterpret_cast<void*>(release)))
+    explicit NetworkBuffer(const SystemLibrary& library)
+        : m_release(library.Entry<decltype(m_release)>("NetApiBufferFree"))
     {}
     NetworkBuffer(const NetworkBuffer&) = delete;
     NetworkBuffer& operator=(const NetworkBuffer&) = delete;
@@ -60,22 +60,13 @@ std::wstring Win32Accounts::UserName() const
     return name.data();
 }
 
-FARPROC Win32Accounts::Entry(const char* name) const
-{
-    if (!m_library) {
-        m_library.reset(::LoadLibraryExW(L"netapi32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
-    }
-    return m_library ? ::GetProcAddress(m_library.get(), name) : nullptr;
-}
-
 std::vector<std::wstring> Win32Accounts::Servers() const
 {
-    const auto enumerate =
-        reinterpret_cast<decltype(&::NetServerEnum)>(reinterpret_cast<void*>(Entry("NetServerEnum")));
+    const auto enumerate = m_library.Entry<decltype(&::NetServerEnum)>("NetServerEnum");
     if (enumerate == nullptr) {
         return {};
     }
-    NetworkBuffer buffer(Entry("NetApiBufferFree"));
+    NetworkBuffer buffer(m_library);
     DWORD count = 0;
     DWORD total = 0;
     const NET_API_STATUS status = enumerate(nullptr, ServerLevel, reinterpret_cast<BYTE**>(buffer.put()),
@@ -92,12 +83,11 @@ std::vector<std::wstring> Win32Accounts::Servers() const
 
 AccountPage Win32Accounts::UsersOf(const std::wstring& server, std::uint32_t index, std::uint32_t count) const
 {
-    const auto query = reinterpret_cast<decltype(&::NetQueryDisplayInformation)>(
-        reinterpret_cast<void*>(Entry("NetQueryDisplayInformation")));
+    const auto query = m_library.Entry<decltype(&::NetQueryDisplayInformation)>("NetQueryDisplayInformation");
     if (query == nullptr) {
         return {};
     }
-    NetworkBuffer buffer(Entry("NetApiBufferFree"));
+    NetworkBuffer buffer(m_library);
     DWORD returned = 0;
     AccountPage page;
     page.status = static_cast<NetworkStatus>(query(server.empty() ? nullptr : server.c_str(), UserAccountLevel, index,

@@ -1,10 +1,8 @@
 // The accounts of this computer and of its network.
 #pragma once
 
-#include "frame/Handles.h"
 #include "platform/Accounts.h"
-
-#include <windows.h>
+#include "win32/SystemLibrary.h"
 
 namespace sitekeeper {
 
@@ -17,11 +15,7 @@ public:
                                       std::uint32_t count) const override;
 
 private:
-    /// A function of the network management; null when the system has none. Its library is loaded at the first call
-    /// for one, since most runs of the program never ask.
-    [[nodiscard]] FARPROC Entry(const char* name) const;
-
-    mutable UniqueModule m_library;
+    SystemLibrary m_library{L"netapi32.dll"}; // the network management
 };
 
 } // namespace sitekeeper

@@ -149,6 +149,13 @@ bool Win32FileSystem::MoveOver(const std::wstring& from, const std::wstring& to)
     return Retried(attempt, ERROR_ACCESS_DENIED);
 }
 
+bool Win32FileSystem::MakeEmptyFile(const std::wstring& path)
+{
+    const UniqueFile file(
+        ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    return static_cast<bool>(file);
+}
+
 bool Win32FileSystem::RemoveFile(const std::wstring& path)
 {
     return ::DeleteFileW(path.c_str()) != FALSE;

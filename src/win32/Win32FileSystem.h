@@ -17,6 +17,7 @@ public:
     [[nodiscard]] std::unique_ptr<OutputFile> MakeFileLike(const std::wstring& path,
                                                            const std::wstring& model) override;
     bool MoveOver(const std::wstring& from, const std::wstring& to) override;
+    bool MakeEmptyFile(const std::wstring& path) override;
     bool RemoveFile(const std::wstring& path) override;
 };
 

@@ -60,6 +60,11 @@ void Win32Shell::Explore(const std::wstring& folder)
     ::ShellExecuteW(nullptr, L"explore", folder.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
 }
 
+void Win32Shell::OpenProgram(const std::wstring& program, const std::wstring& parameters)
+{
+    ::ShellExecuteW(nullptr, L"open", program.c_str(), parameters.c_str(), nullptr, SW_SHOWNORMAL);
+}
+
 void Win32Shell::Open(const std::wstring& address)
 {
     ::ShellExecuteW(nullptr, L"open", address.c_str(), nullptr, nullptr, SW_SHOW);

@@ -12,6 +12,7 @@ public:
     void LeaveComponents() noexcept override;
     ResultCode SaveShortcut(const std::wstring& path, const ShortcutFile& shortcut) override;
     void Explore(const std::wstring& folder) override;
+    void OpenProgram(const std::wstring& program, const std::wstring& parameters) override;
     void Open(const std::wstring& address) override;
 };
 

@@ -15,25 +15,17 @@ constexpr DWORD_PTR Context = 1;
 /// The functions of the system's library that a page takes. All there or none.
 struct Functions
 {
-    explicit Functions(HMODULE library)
-        : open(Entry<decltype(open)>(library, "InternetOpenW")),
-          openUrl(Entry<decltype(openUrl)>(library, "InternetOpenUrlW")),
-          available(Entry<decltype(available)>(library, "InternetQueryDataAvailable")),
-          read(Entry<decltype(read)>(library, "InternetReadFile")),
-          close(Entry<decltype(close)>(library, "InternetCloseHandle"))
+    explicit Functions(const SystemLibrary& library)
+        : open(library.Entry<decltype(open)>("InternetOpenW")),
+          openUrl(library.Entry<decltype(openUrl)>("InternetOpenUrlW")),
+          available(library.Entry<decltype(available)>("InternetQueryDataAvailable")),
+          read(library.Entry<decltype(read)>("InternetReadFile")),
+          close(library.Entry<decltype(close)>("InternetCloseHandle"))
     {}
 
     [[nodiscard]] bool AreThere() const noexcept
     {
         return open != nullptr && openUrl != nullptr && available != nullptr && read != nullptr && close != nullptr;
-    }
-
-    template <typename Function>
-    static Function Entry(HMODULE library, const char* name)
-    {
-        return library == nullptr
-                   ? nullptr
-                   : reinterpret_cast<Function>(reinterpret_cast<void*>(::GetProcAddress(library, name)));
     }
 
     decltype(&::InternetOpenW) open;
@@ -115,10 +107,7 @@ private:
 
 void Win32WebSession::ReadPage(const std::wstring& address, std::size_t pieceSize, const TakePiece& take)
 {
-    if (!m_library) {
-        m_library.reset(::LoadLibraryExW(L"wininet.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
-    }
-    const Functions system(m_library.get());
+    const Functions system(m_library);
     if (!system.AreThere()) {
         return;
     }

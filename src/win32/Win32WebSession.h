@@ -1,10 +1,8 @@
 // The web, by the system's internet session.
 #pragma once
 
-#include "frame/Handles.h"
 #include "platform/WebSession.h"
-
-#include <windows.h>
+#include "win32/SystemLibrary.h"
 
 #include <string>
 #include <utility>
@@ -21,8 +19,7 @@ public:
 
 private:
     std::wstring m_agent;
-    /// The system's library, loaded when a page is first asked for: most starts of the program ask for none.
-    UniqueModule m_library;
+    SystemLibrary m_library{L"wininet.dll"};
 };
 
 } // namespace sitekeeper

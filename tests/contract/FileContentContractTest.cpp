@@ -253,5 +253,45 @@ TEST_F(FileContentContract, MakesAFileWithTheAccessRightsOfItsModel)
     EXPECT_EQ(world->RightsOf(file), world->RightsOf(other));
 }
 
+// --- empty files -----------------------------------------------------------------------------------------------------
+
+TEST_F(FileContentContract, MakesAnEmptyFile)
+{
+    EXPECT_TRUE(files.MakeEmptyFile(file));
+    EXPECT_EQ(world->ContentOf(file), "");
+    EXPECT_EQ(world->SpellingOf(file), L"File.txt");
+    EXPECT_TRUE(files.RemoveFile(file)) << "nobody holds it";
+}
+
+TEST_F(FileContentContract, EmptiesAFileAndKeepsItsSpelling)
+{
+    world->MakeFile(file, "old");
+    EXPECT_TRUE(files.MakeEmptyFile(scratch + L"fILE.TXT"));
+    EXPECT_EQ(world->ContentOf(file), "");
+    EXPECT_EQ(world->SpellingOf(file), L"File.txt");
+}
+
+TEST_F(FileContentContract, MakesNoEmptyFileWhereNoneCanBe)
+{
+    EXPECT_FALSE(files.MakeEmptyFile(L""));
+    EXPECT_FALSE(files.MakeEmptyFile(scratch));
+    EXPECT_FALSE(files.MakeEmptyFile(scratch + L"No folder\\File.txt"));
+    EXPECT_FALSE(files.Exists(scratch + L"No folder"));
+    ASSERT_TRUE(files.MakeFolder(scratch + L"Folder"));
+    EXPECT_FALSE(files.MakeEmptyFile(scratch + L"Folder"));
+}
+
+TEST_F(FileContentContract, EmptiesNoFileThatIsHeld)
+{
+    world->MakeFile(file, "old");
+    {
+        const auto held = world->Hold(file, FileHolder::StrictReader);
+        ASSERT_TRUE(held);
+        EXPECT_FALSE(files.MakeEmptyFile(file));
+    }
+    EXPECT_EQ(world->ContentOf(file), "old");
+    EXPECT_TRUE(files.MakeEmptyFile(file));
+}
+
 } // namespace
 } // namespace sitekeeper

@@ -1,11 +1,20 @@
 #include "contract/World.h"
 #include "support/MemoryPlatform.h"
+#include "support/VersionBlockBuilder.h"
 #include "text/Text.h"
 
 #include <algorithm>
 
 namespace sitekeeper {
 namespace {
+
+/// As long as a VS_FIXEDFILEINFO, and begun by its signature.
+std::vector<std::byte> FixedInformation()
+{
+    std::vector<std::byte> information{std::byte{0xBD}, std::byte{0x04}, std::byte{0xEF}, std::byte{0xFE}};
+    information.resize(52);
+    return information;
+}
 
 class MemoryWorld final : public World
 {
@@ -14,6 +23,7 @@ public:
     {
         m_memory.files.AddFolder(Scratch);
         m_memory.modules.AddLibrary(Library);
+        m_memory.versions.Set(Library, VersionNode(L"VS_VERSION_INFO", ValueKind::Binary, FixedInformation()));
         m_memory.modules.AddLibrary(GetNameOfLibrary());
         m_memory.accounts.AddServer(L"", {L"Administrator", L"Guest", m_memory.accounts.UserName()});
         m_memory.accounts.AddServer(L"ARCHIVE", {L"Administrator"});
@@ -29,6 +39,7 @@ public:
     [[nodiscard]] CodePage& TheCodePage() override { return m_memory.codePage; }
     [[nodiscard]] Clipboard& TheClipboard() override { return m_memory.clipboard; }
     [[nodiscard]] Processes& TheProcesses() override { return m_memory.processes; }
+    [[nodiscard]] VersionResources& TheVersionResources() override { return m_memory.versions; }
 
     [[nodiscard]] std::wstring ScratchFolder() override { return Scratch; }
     void MakeFile(const std::wstring& path, const std::string& content) override
@@ -96,6 +107,7 @@ public:
     [[nodiscard]] std::wstring CurrentFolder() override { return m_currentFolder; }
     [[nodiscard]] std::uint32_t OpenHandles() override { return 0; }
 
+    [[nodiscard]] std::wstring FileWithVersion() override { return Library; }
     [[nodiscard]] std::wstring LibraryName() override { return GetNameOfLibrary(); }
     [[nodiscard]] std::wstring LibraryPath() override { return Library; }
 
@@ -113,6 +125,7 @@ private:
 std::optional<StartedAs> MemoryWorld::AwaitRecord(const std::wstring& path)
 {
     constexpr int Show = 5;
+    constexpr int ShowNormal = 1;
     constexpr std::uint32_t NormalPriority = 0x20;
     if (std::find(m_ended.begin(), m_ended.end(), path) != m_ended.end()) {
         return std::nullopt;
@@ -120,6 +133,11 @@ std::optional<StartedAs> MemoryWorld::AwaitRecord(const std::wstring& path)
     for (const MemoryProcesses::Started& started : m_memory.processes.AllStarted()) {
         if (ReplaceAll(started.program, L"\\\\", L"\\") == path) {
             return StartedAs{started.commandLine, Show, NormalPriority, m_currentFolder};
+        }
+    }
+    for (const MemoryShell::OpenedProgram& opened : m_memory.shell.OpenedPrograms()) {
+        if (opened.program == path) {
+            return StartedAs{L"\"" + path + L"\" " + opened.parameters, ShowNormal, NormalPriority, m_currentFolder};
         }
     }
     return std::nullopt;

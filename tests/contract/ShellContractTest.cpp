@@ -1,4 +1,5 @@
-// Explore has no test here: it promises nothing that could be seen, and on a real system it would open a window.
+// Explore and Open have no test here: they promise nothing that could be seen, and on a real system they would open
+// windows.
 #include "contract/World.h"
 #include "support/Printing.h"
 
@@ -128,6 +129,32 @@ TEST_F(ShellContract, StaysEnteredUntilTheLastLeaving)
     EXPECT_FALSE(Succeeded(shell.SaveShortcut(scratch + L"Tool.lnk", toTool)));
     ASSERT_TRUE(Enter());
     EXPECT_EQ(shell.SaveShortcut(scratch + L"Tool.lnk", toTool), ResultCode::Ok);
+}
+
+// --- programs --------------------------------------------------------------------------------------------------------
+
+constexpr int ShowNormal = 1;
+
+TEST_F(ShellContract, OpensAProgramWithItsParametersAndDoesNotWait)
+{
+    const std::wstring program = scratch + L"an uninstaller.exe";
+    world->MakeRecorder(program);
+    shell.OpenProgram(program, L"-runfromtemp  \"a b\" \u00E9");
+    const auto record = world->AwaitRecord(program);
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->commandLine, L"\"" + program + L"\" -runfromtemp  \"a b\" \u00E9");
+    EXPECT_EQ(record->showState, ShowNormal);
+    EXPECT_EQ(record->workingFolder, world->CurrentFolder());
+    EXPECT_TRUE(world->IsRecorderRunning(program));
+    world->EndRecorder(program);
+}
+
+TEST_F(ShellContract, SaysNothingOfAProgramThatCannotBeOpened)
+{
+    world->MakeFile(scratch + L"text.exe", "just some text, long enough to be looked at for a header of any kind");
+    for (const std::wstring& program : {scratch + L"missing.exe", scratch + L"text.exe", std::wstring(L"Msi")}) {
+        EXPECT_NO_THROW(shell.OpenProgram(program, L"x"));
+    }
 }
 
 } // namespace

@@ -14,6 +14,7 @@
 #include "win32/Win32Processes.h"
 #include "win32/Win32Registry.h"
 #include "win32/Win32Shell.h"
+#include "win32/Win32VersionResources.h"
 
 #include <windows.h>
 
@@ -102,6 +103,7 @@ public:
     [[nodiscard]] CodePage& TheCodePage() override { return m_codePage; }
     [[nodiscard]] Clipboard& TheClipboard() override { return m_clipboard; }
     [[nodiscard]] Processes& TheProcesses() override { return m_processes; }
+    [[nodiscard]] VersionResources& TheVersionResources() override { return m_versions; }
 
     [[nodiscard]] std::wstring ScratchFolder() override { return m_scratch.wstring() + L"\\"; }
     void MakeFile(const std::wstring& path, const std::string& content) override
@@ -161,6 +163,7 @@ public:
         return count;
     }
 
+    [[nodiscard]] std::wstring FileWithVersion() override { return LibraryPath(); }
     [[nodiscard]] std::wstring LibraryName() override { return L"shlwapi.dll"; }
     [[nodiscard]] std::wstring LibraryPath() override
     {
@@ -182,6 +185,7 @@ private:
     Win32CodePage m_codePage;
     Win32Clipboard m_clipboard;
     Win32Processes m_processes;
+    Win32VersionResources m_versions;
     TestWindow m_window;
 };
 

@@ -12,6 +12,7 @@
 #include "platform/Processes.h"
 #include "platform/Registry.h"
 #include "platform/Shell.h"
+#include "platform/VersionResources.h"
 #include "support/FileState.h"
 
 #include <cstdint>
@@ -59,6 +60,7 @@ public:
     [[nodiscard]] virtual CodePage& TheCodePage() = 0;
     [[nodiscard]] virtual Clipboard& TheClipboard() = 0;
     [[nodiscard]] virtual Processes& TheProcesses() = 0;
+    [[nodiscard]] virtual VersionResources& TheVersionResources() = 0;
 
     /// An empty folder for the test, as a full path with a "\" at its end.
     [[nodiscard]] virtual std::wstring ScratchFolder() = 0;
@@ -109,6 +111,9 @@ public:
     [[nodiscard]] virtual std::wstring CurrentFolder() = 0;
     /// How many handles this process has open.
     [[nodiscard]] virtual std::uint32_t OpenHandles() = 0;
+
+    /// A file that has a version resource.
+    [[nodiscard]] virtual std::wstring FileWithVersion() = 0;
 
     /// The bare name of a library that the system has, and its full path.
     [[nodiscard]] virtual std::wstring LibraryName() = 0;

@@ -1,6 +1,7 @@
 // The OEM engine's installer: chosen, started, and not waited for.
 #include "e2e/Journey.h"
 #include "e2e/support/FileTree.h"
+#include "e2e/support/Recorder.h"
 
 namespace sitekeeper::e2e {
 namespace {
@@ -15,32 +16,6 @@ protected:
     {
         MakeFolders(Image);
         SettleAccessTimes();
-    }
-    void TearDown() override { EndRecorder(); }
-
-    /// A program that notes how it was started and stays until EndRecorder.
-    static void AddRecorder()
-    {
-        CopyFileTo(ShippedFile(L"tests\\e2e\\StartRecorder.exe"), SetupProgram);
-        SettleAccessTimes();
-    }
-    static void EndRecorder()
-    {
-        if (!Exists(SetupProgram + L".running")) {
-            return;
-        }
-        WriteWholeFile(SetupProgram + L".end", "");
-        const ULONGLONG deadline = ::GetTickCount64() + PatienceMilliseconds;
-        while (Exists(SetupProgram + L".running") && ::GetTickCount64() < deadline) {
-            WaitAnswering(nullptr, 10);
-        }
-        EXPECT_FALSE(Exists(SetupProgram + L".running"));
-    }
-    /// What the recorder noted, once it has run.
-    static std::wstring AwaitRecord(const ProgramRun& run)
-    {
-        run.Await("the installer to start", [] { return Exists(SetupProgram + L".txt"); });
-        return ReadWideText(SetupProgram + L".txt");
     }
 
     /// Sends the command and chooses the image.
@@ -78,37 +53,38 @@ protected:
 
 TEST_F(OemInstaller, IsStartedWithTheArgumentsAloneAndNotWaitedFor)
 {
-    AddRecorder();
+    const Recorder installer(SetupProgram);
+    SettleAccessTimes();
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     State expected = State::Take();
     Install(run, main);
-    EXPECT_EQ(AwaitRecord(run), L"/t /qb /c AOEM: INSTALLDIR=\"C:\\Suite\\\\Engine\"\n" // all of the command line
-                                L"5\n"                                                  // SW_SHOW
-                                L"32\n"                                                 // normal priority
-                                L"C:\\Suite\\Applications");
+    EXPECT_EQ(installer.AwaitRecord(),
+              L"/t /qb /c AOEM: INSTALLDIR=\"C:\\Suite\\\\Engine\"\n" // all of the command line
+              L"5\n"                                                  // SW_SHOW
+              L"32\n"                                                 // normal priority
+              L"C:\\Suite\\Applications");
     ExpectBack(run, main);
     EXPECT_EQ(run.Windows().size(), 1U);
-    EXPECT_TRUE(Exists(SetupProgram + L".running"));
+    EXPECT_TRUE(installer.IsRunning());
 
     ExpectPosition(expected, main.Rectangle());
     main.Click(Control::Cancel);
     EXPECT_EQ(run.WaitForEnd(), 0U);
-    EXPECT_TRUE(Exists(SetupProgram + L".running")) << "it outlives the program";
-    EndRecorder();
-    RemoveFile(SetupProgram + L".txt");
-    RemoveFile(SetupProgram + L".end");
+    EXPECT_TRUE(installer.IsRunning()) << "it outlives the program";
+    installer.End();
     EXPECT_TRUE(IsNow(expected));
 }
 
 TEST_F(OemInstaller, IsStartedWithoutAProgramFolderToo)
 {
-    AddRecorder();
+    const Recorder installer(SetupProgram);
+    SettleAccessTimes();
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     RemoveValue(Hive::Machine, SuiteKey, L"LocalAppPath");
     Install(run, main);
-    EXPECT_TRUE(AwaitRecord(run).starts_with(L"/t /qb /c AOEM: INSTALLDIR=\"\\Engine\"\n"));
+    EXPECT_TRUE(installer.AwaitRecord().starts_with(L"/t /qb /c AOEM: INSTALLDIR=\"\\Engine\"\n"));
     ExpectBack(run, main);
 }
 
@@ -139,7 +115,8 @@ TEST_F(OemInstaller, AFileThatIsNoProgramGivesTheMessage)
 
 TEST_F(OemInstaller, CancellingThePickerSaysNothing)
 {
-    AddRecorder();
+    const Recorder installer(SetupProgram);
+    SettleAccessTimes();
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     State expected = State::Take();
@@ -147,7 +124,7 @@ TEST_F(OemInstaller, CancellingThePickerSaysNothing)
     FolderPicker(run, L"(C:)").Cancel();
     ExpectBack(run, main);
     EXPECT_EQ(run.Windows().size(), 1U);
-    EXPECT_FALSE(Exists(SetupProgram + L".txt"));
+    EXPECT_FALSE(installer.HasRun());
     ExpectPosition(expected, main.Rectangle());
     main.Click(Control::Cancel);
     ExpectEnd(run, expected);

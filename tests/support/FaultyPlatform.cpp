@@ -23,6 +23,12 @@ public:
             m_inner.Explore(folder);
         }
     }
+    void OpenProgram(const std::wstring& program, const std::wstring& parameters) override
+    {
+        if (!m_plan.Fails(L"open program " + program)) {
+            m_inner.OpenProgram(program, parameters);
+        }
+    }
     void Open(const std::wstring& address) override
     {
         if (!m_plan.Fails(L"open page " + address)) {
@@ -220,6 +226,21 @@ private:
     FaultPlan& m_plan;
 };
 
+class FaultyVersionResources final : public VersionResources
+{
+public:
+    FaultyVersionResources(VersionResources& inner, FaultPlan& plan) : m_inner(inner), m_plan(plan) {}
+
+    [[nodiscard]] std::vector<std::byte> ReadVersionBlock(const std::wstring& path) const override
+    {
+        return m_plan.Fails(L"version block " + path) ? std::vector<std::byte>() : m_inner.ReadVersionBlock(path);
+    }
+
+private:
+    VersionResources& m_inner;
+    FaultPlan& m_plan;
+};
+
 class FaultyProcesses final : public Processes
 {
 public:
@@ -244,7 +265,7 @@ struct FaultyPlatform::Forwarders
           folders(inner.folders, plan), messages(inner.messages, plan), modules(inner.modules, plan),
           environment(inner.environment, plan), accounts(inner.accounts, plan), clock(inner.clock, plan),
           help(inner.help, plan), codePage(inner.codePage, plan), clipboard(inner.clipboard, plan),
-          web(inner.web, plan), processes(inner.processes, plan)
+          web(inner.web, plan), processes(inner.processes, plan), versions(inner.versions, plan)
     {}
 
     FaultPlan plan;
@@ -262,6 +283,7 @@ struct FaultyPlatform::Forwarders
     FaultyClipboard clipboard;
     FaultyWebSession web;
     FaultyProcesses processes;
+    FaultyVersionResources versions;
 };
 
 FaultyPlatform::FaultyPlatform(const Platform& inner, int failingCall)
@@ -273,8 +295,9 @@ FaultyPlatform::~FaultyPlatform() = default;
 Platform FaultyPlatform::Ports()
 {
     Forwarders& all = *m_forwarders;
-    return {all.registry, all.files, all.shell, all.folders,  all.messages,  all.modules, all.environment,
-            all.accounts, all.clock, all.help,  all.codePage, all.clipboard, all.web,     all.processes};
+    return {all.registry, all.files,       all.shell,    all.folders,   all.messages,
+            all.modules,  all.environment, all.accounts, all.clock,     all.help,
+            all.codePage, all.clipboard,   all.web,      all.processes, all.versions};
 }
 
 const std::vector<std::wstring>& FaultyPlatform::Calls() const

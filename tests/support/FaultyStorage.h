@@ -135,6 +135,10 @@ public:
     {
         return !m_plan.Fails(L"move over " + to) && m_inner.MoveOver(from, to);
     }
+    bool MakeEmptyFile(const std::wstring& path) override
+    {
+        return !m_plan.Fails(L"make empty file " + path) && m_inner.MakeEmptyFile(path);
+    }
     bool RemoveFile(const std::wstring& path) override
     {
         return !m_plan.Fails(L"remove " + path) && m_inner.RemoveFile(path);

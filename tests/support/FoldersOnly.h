@@ -18,6 +18,7 @@ public:
     void Search(const std::wstring& /*pattern*/, const std::function<void(const FoundFile&)>& /*take*/) const override
     {}
     bool MoveOver(const std::wstring& /*from*/, const std::wstring& /*to*/) override { return false; }
+    bool MakeEmptyFile(const std::wstring& /*path*/) override { return false; }
     bool RemoveFile(const std::wstring& /*path*/) override { return false; }
 };
 

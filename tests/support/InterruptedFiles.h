@@ -58,6 +58,11 @@ public:
         Count();
         return m_inner.MoveOver(from, to);
     }
+    bool MakeEmptyFile(const std::wstring& path) override
+    {
+        Count();
+        return m_inner.MakeEmptyFile(path);
+    }
     bool RemoveFile(const std::wstring& path) override
     {
         Count();

@@ -355,10 +355,15 @@ bool MemoryFileSystem::MoveOver(const std::wstring& from, const std::wstring& to
     return true;
 }
 
+bool MemoryFileSystem::MakeEmptyFile(const std::wstring& path)
+{
+    return !IsReadOnly(path) && MakeFileLike(path, L"") != nullptr;
+}
+
 bool MemoryFileSystem::RemoveFile(const std::wstring& path)
 {
-    return ContentOf(path) && !m_refused.contains(IdOf(path)) && !IsReadOnly(path) && CanBeRemoved(path) &&
-           m_entries.erase(IdOf(path)) > 0;
+    return Find(path) != nullptr && !IsFolder(path) && !m_refused.contains(IdOf(path)) && !IsReadOnly(path) &&
+           CanBeRemoved(path) && m_entries.erase(IdOf(path)) > 0;
 }
 
 bool MemoryFileSystem::IsReadOnly(const std::wstring& path) const

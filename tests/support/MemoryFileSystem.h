@@ -31,6 +31,7 @@ public:
     [[nodiscard]] std::unique_ptr<OutputFile> MakeFileLike(const std::wstring& path,
                                                            const std::wstring& model) override;
     bool MoveOver(const std::wstring& from, const std::wstring& to) override;
+    bool MakeEmptyFile(const std::wstring& path) override;
     bool RemoveFile(const std::wstring& path) override;
 
     /// Plant a folder or a file of that content, with all folders above it.

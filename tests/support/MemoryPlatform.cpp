@@ -17,8 +17,8 @@ void Append(State& state, const std::wstring& kind, const std::vector<std::wstri
 
 Platform MemoryPlatform::Ports()
 {
-    return {registry, files, shell, folders,  messages,  modules, environment,
-            accounts, clock, help,  codePage, clipboard, web,     processes};
+    return {registry, files, shell,    folders,   messages, modules,   environment, accounts,
+            clock,    help,  codePage, clipboard, web,      processes, versions};
 }
 
 State MemoryPlatform::CurrentState() const
@@ -35,6 +35,9 @@ State MemoryPlatform::CurrentState() const
     }
     for (const MemoryHelpViewer::Opened& opened : help.AllOpened()) {
         state.push_back(L"help " + opened.path);
+    }
+    for (const MemoryShell::OpenedProgram& opened : shell.OpenedPrograms()) {
+        state.push_back(L"program " + opened.program + L" : " + opened.parameters);
     }
     if (shell.ComponentDepth() != 0) {
         state.push_back(L"component runtime entered and not left: " + std::to_wstring(shell.ComponentDepth()));

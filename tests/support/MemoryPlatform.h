@@ -12,6 +12,7 @@
 #include "support/MemoryProcesses.h"
 #include "support/MemoryRegistry.h"
 #include "support/MemoryShell.h"
+#include "support/MemoryVersionResources.h"
 #include "support/MemoryWebSession.h"
 #include "support/ScriptedFolderChooser.h"
 #include "support/ScriptedMessageBoxes.h"
@@ -42,6 +43,7 @@ struct MemoryPlatform
     MemoryClipboard clipboard;
     MemoryWebSession web;
     MemoryProcesses processes;
+    MemoryVersionResources versions;
 
     [[nodiscard]] Platform Ports();
     [[nodiscard]] State CurrentState() const;

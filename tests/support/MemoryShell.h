@@ -23,7 +23,20 @@ public:
     void LeaveComponents() noexcept override;
     ResultCode SaveShortcut(const std::wstring& path, const ShortcutFile& shortcut) override;
     void Explore(const std::wstring& folder) override { m_explored.push_back(folder); }
+    void OpenProgram(const std::wstring& program, const std::wstring& parameters) override
+    {
+        m_programs.push_back({program, parameters});
+    }
     void Open(const std::wstring& address) override { m_opened.push_back(address); }
+
+    /// A program that was opened, and what it was given.
+    struct OpenedProgram
+    {
+        std::wstring program;
+        std::wstring parameters;
+
+        bool operator==(const OpenedProgram&) const = default;
+    };
 
     /// From now on EnterComponents gives false.
     void RefuseComponents() { m_areComponentsRefused = true; }
@@ -34,6 +47,7 @@ public:
     [[nodiscard]] int ComponentEntries() const { return m_entries; }
     [[nodiscard]] const std::vector<std::wstring>& Explored() const { return m_explored; }
     [[nodiscard]] const std::vector<std::wstring>& Opened() const { return m_opened; }
+    [[nodiscard]] const std::vector<OpenedProgram>& OpenedPrograms() const { return m_programs; }
     /// The paths of all successful SaveShortcut calls, in their order.
     [[nodiscard]] const std::vector<std::wstring>& Saved() const { return m_saved; }
 
@@ -44,6 +58,7 @@ private:
     bool m_areComponentsRefused = false;
     std::vector<std::wstring> m_explored;
     std::vector<std::wstring> m_opened;
+    std::vector<OpenedProgram> m_programs;
     std::vector<std::wstring> m_saved;
 };
 

@@ -40,6 +40,7 @@ public:
         ++m_moves;
         return true;
     }
+    bool MakeEmptyFile(const std::wstring& path) override { return MakeFileLike(path, path) != nullptr; }
     bool RemoveFile(const std::wstring& path) override { return m_files.erase(path) > 0; }
 
     /// From now on nothing can be written, or everything can.

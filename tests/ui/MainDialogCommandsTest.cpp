@@ -267,6 +267,26 @@ TEST_F(MainDialogCommandsTest, PressesTheBitmapButtonThatHasTheFocusWithEnter)
     EXPECT_THAT(memory.shell.Explored(), ElementsAre(L"C:\\Suite\\"));
 }
 
+// --- the shortcuts' dialog -------------------------------------------------------------------------------------------
+
+TEST_F(MainDialogCommandsTest, OpensTheShortcutsWhoseChoiceTheNextOkMakesReal)
+{
+    constexpr int ManageShortcutsCommand = 32777;
+    const std::wstring ledger = std::wstring(DesktopFolder) + L"Ledger Composer.lnk";
+    const auto isOpen = [](const MainDialogPage& page) {
+        return DialogPage::OnTop().Title() == L"Manage Shortcuts" && ::IsWindowEnabled(page.Window()) == FALSE;
+    };
+    EXPECT_EQ(
+        Run({Choose(ManageShortcutsCommand), Await("wait for the shortcuts", isOpen), Key(VK_SPACE),
+             Do("OK", [](const MainDialogPage&) { DialogPage::OnTop().Click(IDOK); }),
+             Await("wait for its end",
+                   [](const MainDialogPage& page) { return ::IsWindowEnabled(page.Window()) != FALSE; }),
+             Do("look at the file", [&](const MainDialogPage&) { EXPECT_EQ(memory.files.ContentOf(ledger), ""); }),
+             Press(IDOK)}),
+        IDOK);
+    EXPECT_EQ(memory.files.ReadShortcut(ledger), ShortcutTo(L"N:\\Suite\\", L"LedgerComposer64.exe"));
+}
+
 // --- commands that nothing answers -----------------------------------------------------------------------------------
 
 TEST_F(MainDialogCommandsTest, DoesNothingForANumberThatNoCommandHas)
@@ -277,11 +297,10 @@ TEST_F(MainDialogCommandsTest, DoesNothingForANumberThatNoCommandHas)
     for (const int command : {0, 999, 32770, 32774, 32778, 32781, 65535}) {
         steps.push_back(Choose(command));
     }
-    // Printing, the suite's shortcuts, help, the About box and the uninstaller have no answer yet.
-    for (const int command : {57607, 32777, 32772, 32773, 1009, 32775}) {
+    // Printing and help have no answer yet.
+    for (const int command : {57607, 32772, 1009}) {
         steps.push_back(Choose(command));
     }
-    steps.push_back(ChooseSystem(16));
     steps.push_back(ChooseSystem(32));
     steps.push_back(Do("look", [&](const MainDialogPage& page) {
         EXPECT_TRUE(page.IsOpen());

@@ -40,18 +40,18 @@ TEST(SplitUninstallString, TakesTheCommandApart)
     } rows[] = {
         {L"C:\\Setup\\setup.exe -runfromtemp -removeonly", {L"C:\\Setup\\setup.exe", L"-runfromtemp"}},
         {L"C:\\Setup\\setup.exe -removeonly -runfromtemp -removeonly", {L"C:\\Setup\\setup.exe", L"-runfromtemp"}},
-        {L"\"C:\\My Setup\\setup.exe\" -runfromtemp", {L"\"C:", L"My Setup\\setup.exe\" -runfromtemp"}},
+        {L"\"C:\\My Setup\\setup.exe\" -runfromtemp", {L"\"C:", L"\\My Setup\\setup.exe\" -runfromtemp"}},
         {L"C:\\a.exe b.exe c", {L"C:\\a.exe", L"b.exe c"}},
         {L"C:\\a.exe ", {L"C:\\a.exe", L""}},
         {L"C:\\a.exe  two blanks", {L"C:\\a.exe", L" two blanks"}},
         {L".exe x", {L".exe", L"x"}},
-        {L"C:\\a.EXE -x", {L"C:\\", L".EXE -x"}},       // the case of letters matters
-        {L"C:\\a.exe -removeonly", {L"C:\\", L".exe"}}, // without the switch no blank is left
-        {L"MsiExec /x", {L"Msi", L"xec /x"}},
-        {L"abcd", {L"abc", L""}},
+        {L"C:\\a.EXE -x", {L"C:\\", L"a.EXE -x"}},       // the case of letters matters
+        {L"C:\\a.exe -removeonly", {L"C:\\", L"a.exe"}}, // without the switch no blank is left
+        {L"MsiExec /x", {L"Msi", L"Exec /x"}},
+        {L"abcd", {L"abc", L"d"}},
         {L"abc", {L"abc", L""}},
         {L"ab", {L"ab", L""}},
-        {L"a -REMOVEONLY", {L"a -", L"EMOVEONLY"}},
+        {L"a -REMOVEONLY", {L"a -", L"REMOVEONLY"}},
         {L"", {L"", L""}},
     };
     for (const auto& row : rows) {

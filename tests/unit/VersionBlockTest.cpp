@@ -4,27 +4,16 @@
 #include "maindlg/AboutText.h"
 #include "maindlg/VersionStrings.h"
 #include "support/MemoryRegistry.h"
+#include "support/MemoryVersionResources.h"
 #include "support/VersionBlockBuilder.h"
 
 #include <gtest/gtest.h>
-#include <map>
 #include <random>
 
 namespace sitekeeper {
 namespace {
 
 using Bytes = std::vector<std::byte>;
-
-class Resources final : public VersionResources
-{
-public:
-    [[nodiscard]] Bytes ReadVersionBlock(const std::wstring& path) const override
-    {
-        const auto found = files.find(path);
-        return found == files.end() ? Bytes() : found->second;
-    }
-    std::map<std::wstring, Bytes> files;
-};
 
 /// The resource of a program: fixed information, texts of one language, and the languages it names.
 Bytes Program(const std::wstring& language, const Bytes& translation, const std::vector<Bytes>& texts)
@@ -49,8 +38,8 @@ Bytes Usual()
 std::wstring About(const Bytes& block, const std::wstring& update,
                    const std::wstring& path = L"C:\\Suite.d\\Keeper.exe")
 {
-    Resources resources;
-    resources.files[path] = block;
+    MemoryVersionResources resources;
+    resources.Set(path, block);
     MemoryRegistry registry;
     registry.SetText(Hive::LocalMachine, L"Software\\ORIVEL\\LX Plus\\2023", L"ProductUpdate", update);
     return BuildAboutText(resources, registry, path);
@@ -58,8 +47,8 @@ std::wstring About(const Bytes& block, const std::wstring& update,
 
 VersionStrings Strings(const Bytes& block)
 {
-    Resources resources;
-    resources.files[L"C:\\a.exe"] = block;
+    MemoryVersionResources resources;
+    resources.Set(L"C:\\a.exe", block);
     VersionStrings strings;
     strings[VersionString::SpecialBuild] = L"from before";
     ReadVersionStrings(resources, strings, L"C:\\a", L".exe");

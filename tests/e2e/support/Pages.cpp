@@ -59,8 +59,8 @@ void MainWindow::Click(Control button) const
 
 void MainWindow::Choose(Command command) const
 {
-    const auto id = static_cast<WPARAM>(command);
-    ::PostMessageW(m_window, command == Command::SelectProgramPath ? WM_SYSCOMMAND : WM_COMMAND, id, 0);
+    const bool isOfSystemMenu = command == Command::SelectProgramPath || command == Command::SystemAbout;
+    ::PostMessageW(m_window, isOfSystemMenu ? WM_SYSCOMMAND : WM_COMMAND, static_cast<WPARAM>(command), 0);
 }
 
 void MainWindow::Press(Control focus, WPARAM virtualKey) const

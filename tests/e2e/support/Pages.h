@@ -39,10 +39,15 @@ enum class Control : int
 enum class Command : int
 {
     Exit = 32771,
+    About = 32773,
+    Uninstall = 32775,
     UserAccess = 32776,
+    ManageShortcuts = 32777,
     InstallOem = 32779,
     AddTrustedPaths = 32780,
-    SelectProgramPath = 17 // of the system menu
+    // Of the system menu
+    SystemAbout = 16,
+    SelectProgramPath = 17
 };
 
 /// The main dialog.

@@ -12,6 +12,15 @@ namespace {
 constexpr std::uint64_t HashStart = 14695981039346656037ULL; // FNV-1a
 constexpr std::uint64_t HashFactor = 1099511628211ULL;
 
+std::wstring DescribeContent(const std::string& content)
+{
+    std::uint64_t hash = HashStart;
+    for (const char character : content) {
+        hash = (hash ^ static_cast<unsigned char>(character)) * HashFactor;
+    }
+    return L"file, " + std::to_wstring(content.size()) + L" bytes, hash " + std::to_wstring(hash);
+}
+
 std::wstring DescribeFile(const std::wstring& path)
 {
     const std::string content = ReadWholeFile(path).value_or("");
@@ -20,11 +29,7 @@ std::wstring DescribeFile(const std::wstring& path)
             return Describe(*shortcut);
         }
     }
-    std::uint64_t hash = HashStart;
-    for (const char character : content) {
-        hash = (hash ^ static_cast<unsigned char>(character)) * HashFactor;
-    }
-    return L"file, " + std::to_wstring(content.size()) + L" bytes, hash " + std::to_wstring(hash);
+    return DescribeContent(content);
 }
 
 } // namespace
@@ -62,6 +67,21 @@ void State::Set(Hive hive, const std::wstring& key, const std::wstring& name, co
 void State::Set(const std::wstring& path, const Shortcut& shortcut)
 {
     m_items[path] = Describe(shortcut);
+}
+
+void State::SetEmptyFile(const std::wstring& path)
+{
+    m_items[path] = DescribeContent({});
+}
+
+void State::SetFolder(const std::wstring& path)
+{
+    m_items[path] = L"folder";
+}
+
+void State::Remove(const std::wstring& path)
+{
+    m_items.erase(path);
 }
 
 std::string State::ChangesTo(const State& now) const

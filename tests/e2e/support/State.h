@@ -18,9 +18,14 @@ public:
     /// shortcuts by content.
     [[nodiscard]] static State Take();
 
-    /// How a value, a shortcut or an empty file is expected to be found.
+    /// How a value, a shortcut, an empty file or a folder (without a "\" at its end) is expected to be found.
     void Set(Hive hive, const std::wstring& key, const std::wstring& name, const RegistryValue& value);
     void Set(const std::wstring& path, const Shortcut& shortcut);
+    void SetEmptyFile(const std::wstring& path);
+    void SetFolder(const std::wstring& path);
+
+    /// That a file is expected to be gone.
+    void Remove(const std::wstring& path);
 
     /// What `now` has that this state has not, what it lacks, what it has otherwise; a line for each, empty when the
     /// two are the same.

@@ -25,6 +25,10 @@ public:
         return m_inner.SaveShortcut(path, shortcut);
     }
     void Explore(const std::wstring& folder) override { m_inner.Explore(folder); }
+    void OpenProgram(const std::wstring& program, const std::wstring& parameters) override
+    {
+        m_inner.OpenProgram(program, parameters);
+    }
     void Open(const std::wstring& address) override { m_inner.Open(address); }
 
     /// Called when the work on the shortcuts begins, before the first of them is touched.
