@@ -86,9 +86,9 @@ void BM_NewestFile(benchmark::State& state)
     MemoryPlatform memory;
     FolderFiles files(folder.Path());
     const Platform base = memory.Ports();
-    const Platform ports{base.registry,    files,          base.shell,   base.folders, base.messages, base.modules,
-                         base.environment, base.accounts,  base.clock,   base.help,    base.codePage, base.clipboard,
-                         base.web,         base.processes, base.versions};
+    const Platform ports{base.registry,    files,          base.shell,    base.folders, base.messages, base.modules,
+                         base.environment, base.accounts,  base.clock,    base.help,    base.codePage, base.clipboard,
+                         base.web,         base.processes, base.versions, base.printer};
     InstallationSettings settings = SettingsOn(ports);
     const UpdateCheck check(ports, settings, Address);
     for (auto _ : state) {

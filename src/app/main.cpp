@@ -13,6 +13,7 @@
 #include "win32/Win32HelpViewer.h"
 #include "win32/Win32MessageBoxes.h"
 #include "win32/Win32Modules.h"
+#include "win32/Win32Printer.h"
 #include "win32/Win32Processes.h"
 #include "win32/Win32Registry.h"
 #include "win32/Win32Shell.h"
@@ -41,8 +42,9 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE /*previous*/, wchar_t* /*comma
     Win32WebSession web(CWinApp::ResourceText(instance, IDS_APP_NAME));
     Win32Processes processes;
     Win32VersionResources versions;
+    Win32Printer printer;
     const Platform platform{registry, files, shell,    folders,   messages, modules,   environment, accounts,
-                            clock,    help,  codePage, clipboard, web,      processes, versions};
+                            clock,    help,  codePage, clipboard, web,      processes, versions,    printer};
     const auto remind = [&] {
         InstallationSettings settings(registry, environment, clock);
         UpdateCheck(platform, settings, CWinApp::ResourceText(instance, IDS_UPDATES_URL)).RunUpdateCheck();

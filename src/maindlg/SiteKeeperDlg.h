@@ -68,6 +68,7 @@ private:
     void LaunchUninstaller();
     void OnAbout();
     void OnAppHelp();
+    void BuildSettingsReport();
 
     // System menu
     void OnSelectProgramFolder();
@@ -81,6 +82,8 @@ private:
     void OpenFolder(Folder folder);
     void PaintMinimised();
     [[nodiscard]] CalendarTime PickedDate() const;
+    /// What the session list shows; empty when nothing is selected.
+    [[nodiscard]] std::wstring SelectedSession() const;
     [[nodiscard]] WindowId Id() const;
 
     Context m_context;

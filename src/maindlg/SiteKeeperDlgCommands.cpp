@@ -5,7 +5,9 @@
 #include "autocad/TrustedPaths.h"
 #include "maindlg/AboutDlg.h"
 #include "maindlg/ApplyInstallation.h"
+#include "maindlg/PrintText.h"
 #include "maindlg/ProgressWindow.h"
+#include "maindlg/SettingsReport.h"
 #include "maindlg/SiteKeeperDlg.h"
 #include "maindlg/Uninstaller.h"
 #include "res/ResourceIds.h"
@@ -51,6 +53,7 @@ bool CSiteKeeperDlg::OnCommand(WORD id)
         {ID_UNINSTALL, &CSiteKeeperDlg::LaunchUninstaller},
         {ID_ABOUT, &CSiteKeeperDlg::OnAbout},
         {ID_APP_HELP, &CSiteKeeperDlg::OnAppHelp},
+        {ID_PRINT, &CSiteKeeperDlg::BuildSettingsReport},
     };
     return RunCommand(*this, Commands, id) || CDialog::OnCommand(id);
 }
@@ -173,6 +176,32 @@ void CSiteKeeperDlg::OnAbout()
 void CSiteKeeperDlg::OnAppHelp()
 {
     App().OnHelp();
+}
+
+void CSiteKeeperDlg::BuildSettingsReport()
+{
+    UpdateData(ExchangeDirection::ToMembers); // what was typed is printed, applied or not
+    const Platform& platform = m_context.platform;
+    const std::wstring timeStamp = PrintTimeStamp(platform.clock, platform.clock.Now());
+    PrintText(platform.printer, Id(), App().AppName(),
+              ComposeSettingsReport(TextOf(Handle()), timeStamp, m_folders, SelectedSession()));
+}
+
+std::wstring CSiteKeeperDlg::SelectedSession() const
+{
+    const HWND list = m_sessionList.Handle();
+    LRESULT selected = ::SendMessageW(list, CB_GETCURSEL, 0, 0);
+    if (selected == CB_ERR) {
+        selected = ::SendMessageW(list, CB_GETCURSEL, 0, 0); // asked once more, deliberately
+    }
+    const auto index = static_cast<WPARAM>(selected);
+    const LRESULT length = selected == CB_ERR ? CB_ERR : ::SendMessageW(list, CB_GETLBTEXTLEN, index, 0);
+    if (length == CB_ERR) {
+        return {};
+    }
+    std::wstring text(static_cast<std::size_t>(length), L'\0'); // with room for the terminator
+    ::SendMessageW(list, CB_GETLBTEXT, index, reinterpret_cast<LPARAM>(text.data()));
+    return text;
 }
 
 CalendarTime CSiteKeeperDlg::PickedDate() const

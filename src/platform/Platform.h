@@ -11,6 +11,7 @@
 #include "platform/HelpViewer.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Modules.h"
+#include "platform/Printer.h"
 #include "platform/Processes.h"
 #include "platform/Registry.h"
 #include "platform/Shell.h"
@@ -36,6 +37,7 @@ struct Platform
     WebSession& web;
     Processes& processes;
     VersionResources& versions;
+    Printer& printer;
 };
 
 } // namespace sitekeeper

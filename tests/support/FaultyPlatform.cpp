@@ -3,6 +3,8 @@
 #include "support/FaultPlan.h"
 #include "support/FaultyStorage.h"
 
+#include <utility>
+
 namespace sitekeeper {
 namespace {
 
@@ -256,6 +258,61 @@ private:
     FaultPlan& m_plan;
 };
 
+/// Its end, and its being given up, cannot fail as far as anybody is told.
+class FaultyDocument final : public PrintDocument
+{
+public:
+    FaultyDocument(std::unique_ptr<PrintDocument> inner, FaultPlan& plan) : m_inner(std::move(inner)), m_plan(plan) {}
+
+    [[nodiscard]] int PageHeight() const override { return m_plan.Fails(L"page height") ? 0 : m_inner->PageHeight(); }
+    [[nodiscard]] int Measure(std::wstring_view text) const override
+    {
+        return m_plan.Fails(L"measure " + std::to_wstring(text.size())) ? 0 : m_inner->Measure(text);
+    }
+    bool Begin(const std::wstring& name) override
+    {
+        return !m_plan.Fails(L"begin document " + name) && m_inner->Begin(name);
+    }
+    void BeginPage() override
+    {
+        if (!m_plan.Fails(L"begin page")) {
+            m_inner->BeginPage();
+        }
+    }
+    void Draw(std::wstring_view text) override
+    {
+        if (!m_plan.Fails(L"draw " + std::to_wstring(text.size()))) {
+            m_inner->Draw(text);
+        }
+    }
+    bool EndPage() override { return !m_plan.Fails(L"end page") && m_inner->EndPage(); }
+    void End() override { m_inner->End(); }
+    void Abort() override { m_inner->Abort(); }
+
+private:
+    std::unique_ptr<PrintDocument> m_inner;
+    FaultPlan& m_plan;
+};
+
+class FaultyPrinter final : public Printer
+{
+public:
+    FaultyPrinter(Printer& inner, FaultPlan& plan) : m_inner(inner), m_plan(plan) {}
+
+    [[nodiscard]] std::unique_ptr<PrintDocument> Choose(WindowId owner) override
+    {
+        if (m_plan.Fails(L"choose a printer")) {
+            return nullptr;
+        }
+        std::unique_ptr<PrintDocument> document = m_inner.Choose(owner);
+        return document == nullptr ? nullptr : std::make_unique<FaultyDocument>(std::move(document), m_plan);
+    }
+
+private:
+    Printer& m_inner;
+    FaultPlan& m_plan;
+};
+
 } // namespace
 
 struct FaultyPlatform::Forwarders
@@ -265,7 +322,8 @@ struct FaultyPlatform::Forwarders
           folders(inner.folders, plan), messages(inner.messages, plan), modules(inner.modules, plan),
           environment(inner.environment, plan), accounts(inner.accounts, plan), clock(inner.clock, plan),
           help(inner.help, plan), codePage(inner.codePage, plan), clipboard(inner.clipboard, plan),
-          web(inner.web, plan), processes(inner.processes, plan), versions(inner.versions, plan)
+          web(inner.web, plan), processes(inner.processes, plan), versions(inner.versions, plan),
+          printer(inner.printer, plan)
     {}
 
     FaultPlan plan;
@@ -284,6 +342,7 @@ struct FaultyPlatform::Forwarders
     FaultyWebSession web;
     FaultyProcesses processes;
     FaultyVersionResources versions;
+    FaultyPrinter printer;
 };
 
 FaultyPlatform::FaultyPlatform(const Platform& inner, int failingCall)
@@ -295,9 +354,9 @@ FaultyPlatform::~FaultyPlatform() = default;
 Platform FaultyPlatform::Ports()
 {
     Forwarders& all = *m_forwarders;
-    return {all.registry, all.files,       all.shell,    all.folders,   all.messages,
-            all.modules,  all.environment, all.accounts, all.clock,     all.help,
-            all.codePage, all.clipboard,   all.web,      all.processes, all.versions};
+    return {all.registry,    all.files,     all.shell,    all.folders, all.messages, all.modules,
+            all.environment, all.accounts,  all.clock,    all.help,    all.codePage, all.clipboard,
+            all.web,         all.processes, all.versions, all.printer};
 }
 
 const std::vector<std::wstring>& FaultyPlatform::Calls() const

@@ -18,7 +18,7 @@ void Append(State& state, const std::wstring& kind, const std::vector<std::wstri
 Platform MemoryPlatform::Ports()
 {
     return {registry, files, shell,    folders,   messages, modules,   environment, accounts,
-            clock,    help,  codePage, clipboard, web,      processes, versions};
+            clock,    help,  codePage, clipboard, web,      processes, versions,    printer};
 }
 
 State MemoryPlatform::CurrentState() const
@@ -30,6 +30,7 @@ State MemoryPlatform::CurrentState() const
     Append(state, L"opened ", shell.Opened());
     Append(state, L"loaded ", modules.Loaded());
     Append(state, L"started ", processes.Listing());
+    Append(state, L"printed ", printer.Listing());
     for (const ScriptedMessageBoxes::Box& box : messages.Shown()) {
         state.push_back(L"box " + box.caption.value_or(L"(no caption)") + L": " + box.text);
     }
@@ -44,6 +45,9 @@ State MemoryPlatform::CurrentState() const
     }
     if (modules.StrayReleases() != 0) {
         state.push_back(L"libraries released too often: " + std::to_wstring(modules.StrayReleases()));
+    }
+    if (printer.OpenDocuments() != 0) {
+        state.push_back(L"documents still held: " + std::to_wstring(printer.OpenDocuments()));
     }
     std::sort(state.begin(), state.end());
     return state;

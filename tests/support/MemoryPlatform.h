@@ -9,6 +9,7 @@
 #include "support/MemoryFileSystem.h"
 #include "support/MemoryHelpViewer.h"
 #include "support/MemoryModules.h"
+#include "support/MemoryPrinter.h"
 #include "support/MemoryProcesses.h"
 #include "support/MemoryRegistry.h"
 #include "support/MemoryShell.h"
@@ -44,6 +45,7 @@ struct MemoryPlatform
     MemoryWebSession web;
     MemoryProcesses processes;
     MemoryVersionResources versions;
+    MemoryPrinter printer;
 
     [[nodiscard]] Platform Ports();
     [[nodiscard]] State CurrentState() const;

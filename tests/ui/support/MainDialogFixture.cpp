@@ -14,7 +14,8 @@ namespace sitekeeper {
 DialogWorldTest::DialogWorldTest()
     : m_platform{memory.registry,  memory.files,       m_shell,         memory.folders, memory.messages,
                  m_libraryModules, memory.environment, memory.accounts, m_clock,        memory.help,
-                 memory.codePage,  memory.clipboard,   memory.web,      m_processes,    memory.versions}
+                 memory.codePage,  memory.clipboard,   memory.web,      m_processes,    memory.versions,
+                 memory.printer}
 {
     InstallShortcuts(memory);
     StoreFolder(L"LocalAppPath", L"C:\\Suite\\");

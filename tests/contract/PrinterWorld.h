@@ -1,0 +1,52 @@
+// What the contract tests of the printer stand on: the port, somebody who answers the print dialog, and a look at what
+// came out of the printer.
+#pragma once
+
+#include "platform/Printer.h"
+
+#include <memory>
+#include <optional>
+
+namespace sitekeeper {
+
+enum class DialogAnswer
+{
+    Ok,
+    Cancel
+};
+
+/// What the process holds of the system.
+struct PrinterHoldings
+{
+    unsigned drawingObjects = 0;
+    unsigned long handles = 0;
+
+    bool operator==(const PrinterHoldings&) const = default;
+};
+
+class PrinterWorld
+{
+public:
+    /// A system with one printer, the default one.
+    PrinterWorld() = default;
+    PrinterWorld(const PrinterWorld&) = delete;
+    PrinterWorld& operator=(const PrinterWorld&) = delete;
+    virtual ~PrinterWorld() = default;
+
+    [[nodiscard]] virtual Printer& ThePrinter() = 0;
+
+    /// Asks for a printer, from a window of the test's own, and answers the dialog. Checks that the window is disabled
+    /// meanwhile and enabled afterwards.
+    [[nodiscard]] virtual std::unique_ptr<PrintDocument> Choose(DialogAnswer answer) = 0;
+
+    /// How many pages came out with the last document; nothing when none came out.
+    [[nodiscard]] virtual std::optional<int> PagesThatCameOut() = 0;
+    /// Forgets what came out.
+    virtual void TakePaperAway() = 0;
+
+    [[nodiscard]] virtual PrinterHoldings Holdings() = 0;
+};
+
+[[nodiscard]] std::unique_ptr<PrinterWorld> MakePrinterWorld();
+
+} // namespace sitekeeper

@@ -1,0 +1,109 @@
+#include "contract/PrinterWorld.h"
+#include "support/GuiResources.h"
+#include "support/ModalDriver.h"
+#include "support/TestPrinter.h"
+#include "win32/Win32Printer.h"
+
+#include <windows.h>
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <utility>
+
+namespace sitekeeper {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A window that nobody sees, as the owner of a dialog.
+class OwnerWindow
+{
+public:
+    OwnerWindow()
+        : m_window(
+              ::CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPED, 0, 0, 100, 100, nullptr, nullptr, nullptr, nullptr))
+    {}
+    OwnerWindow(const OwnerWindow&) = delete;
+    OwnerWindow& operator=(const OwnerWindow&) = delete;
+    ~OwnerWindow() { ::DestroyWindow(m_window); }
+    [[nodiscard]] HWND get() const noexcept { return m_window; }
+
+private:
+    HWND m_window;
+};
+
+class Win32PrinterWorld final : public PrinterWorld
+{
+public:
+    Win32PrinterWorld()
+        : m_file(fs::temp_directory_path() / (L"SiteKeeper" + std::to_wstring(::GetCurrentProcessId()) + L".ps")),
+          m_queue(m_file.wstring())
+    {
+        TakePaperAway();
+    }
+    Win32PrinterWorld(const Win32PrinterWorld&) = delete;
+    Win32PrinterWorld& operator=(const Win32PrinterWorld&) = delete;
+    ~Win32PrinterWorld() override { RemoveFile(); }
+
+    [[nodiscard]] Printer& ThePrinter() override { return m_printer; }
+
+    [[nodiscard]] std::unique_ptr<PrintDocument> Choose(DialogAnswer answer) override
+    {
+        const int button = answer == DialogAnswer::Ok ? IDOK : IDCANCEL;
+        std::unique_ptr<PrintDocument> document;
+        {
+            const ModalDriver driver({{"answer the print dialog", [this, button] {
+                                           const HWND dialog = ::GetWindow(m_owner.get(), GW_ENABLEDPOPUP);
+                                           if (dialog == m_owner.get() || ::IsWindowVisible(dialog) == FALSE) {
+                                               return false;
+                                           }
+                                           EXPECT_EQ(::IsWindowEnabled(m_owner.get()), FALSE);
+                                           ::PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
+                                           return true;
+                                       }}});
+            document = m_printer.Choose(static_cast<WindowId>(reinterpret_cast<std::uintptr_t>(m_owner.get())));
+        }
+        EXPECT_NE(::IsWindowEnabled(m_owner.get()), FALSE);
+        return document;
+    }
+
+    [[nodiscard]] std::optional<int> PagesThatCameOut() override
+    {
+        std::ifstream file(m_file, std::ios::binary);
+        if (!file) {
+            return std::nullopt;
+        }
+        return CountPages(std::string(std::istreambuf_iterator<char>(file), {}));
+    }
+    void TakePaperAway() override { RemoveFile(); }
+
+    [[nodiscard]] PrinterHoldings Holdings() override
+    {
+        DWORD handles = 0;
+        ::GetProcessHandleCount(::GetCurrentProcess(), &handles);
+        return {CountGdiObjects(), handles};
+    }
+
+private:
+    void RemoveFile() const
+    {
+        std::error_code ignored; // there may be none
+        fs::remove(m_file, ignored);
+    }
+
+    fs::path m_file;
+    TestPrinter m_queue;
+    OwnerWindow m_owner;
+    Win32Printer m_printer;
+};
+
+} // namespace
+
+std::unique_ptr<PrinterWorld> MakePrinterWorld()
+{
+    return std::make_unique<Win32PrinterWorld>();
+}
+
+} // namespace sitekeeper
