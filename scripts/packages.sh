@@ -35,6 +35,8 @@ libglib2.0-dev              the store is measured beside its key files
 libboost-dev                the store is measured beside its property trees
 xdotool                     mouse and keys in the end-to-end tests
 liblnk-utils                reads shortcuts in the end-to-end tests
+ghostscript                 makes a PDF of what the end-to-end tests print
+poppler-utils               reads the words of that PDF
 python3                     counts the results, and is the web server of the tests
 openssl                     makes the certificate of that server
 '

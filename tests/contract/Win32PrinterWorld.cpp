@@ -34,6 +34,16 @@ private:
     HWND m_window;
 };
 
+/// The dialog that a window owns; null when none is to be seen.
+HWND VisibleDialogOf(HWND owner)
+{
+    HWND dialog = nullptr;
+    do {
+        dialog = ::FindWindowExW(nullptr, dialog, L"#32770", nullptr);
+    } while (dialog != nullptr && (::GetWindow(dialog, GW_OWNER) != owner || ::IsWindowVisible(dialog) == FALSE));
+    return dialog;
+}
+
 class Win32PrinterWorld final : public PrinterWorld
 {
 public:
@@ -55,8 +65,8 @@ public:
         std::unique_ptr<PrintDocument> document;
         {
             const ModalDriver driver({{"answer the print dialog", [this, button] {
-                                           const HWND dialog = ::GetWindow(m_owner.get(), GW_ENABLEDPOPUP);
-                                           if (dialog == m_owner.get() || ::IsWindowVisible(dialog) == FALSE) {
+                                           const HWND dialog = VisibleDialogOf(m_owner.get());
+                                           if (dialog == nullptr) {
                                                return false;
                                            }
                                            EXPECT_EQ(::IsWindowEnabled(m_owner.get()), FALSE);

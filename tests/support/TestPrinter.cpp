@@ -19,7 +19,7 @@ constexpr const wchar_t* DefaultKey = L"Software\\Microsoft\\Windows NT\\Current
 
 /// What the driver must know of the device: a level 3 PostScript printer with A4 paper, whose fonts go into the
 /// document as they are, so that the text can be read back.
-constexpr const char* Description = R"(*PPD-Adobe: "4.3"
+constexpr const char* Description = R"ppd(*PPD-Adobe: "4.3"
 *FormatVersion: "4.3"
 *FileVersion: "1.0"
 *LanguageVersion: English
@@ -53,7 +53,7 @@ constexpr const char* Description = R"(*PPD-Adobe: "4.3"
 *PaperDimension A4: "595 842"
 *DefaultFont: Helvetica
 *Font Helvetica: Standard "(001.006S)" Standard ROM
-)";
+)ppd";
 
 void Require(bool isDone, const char* step)
 {

@@ -2,6 +2,7 @@
 #include "maindlg/PageBreak.h"
 
 #include <algorithm>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <optional>
 #include <random>
@@ -122,10 +123,36 @@ TEST(PageBreak, AnswersAsTheSearchTakenLiterally)
             ++endless;
             ASSERT_EQ(heights[fit], page) << round;
         }
-        ASSERT_GE(fit + 1, MostBelow(heights, page)) << round;
+        ASSERT_GE(fit, MostBelow(heights, page)) << round;
         ASSERT_LE(heights[fit == 0 ? 0 : fit - 1], std::max(page, 0)) << round;
     }
     EXPECT_GT(endless, 0); // the case is real
+}
+
+TEST(PageBreak, AgreesWithTryingEveryNumberForEveryShortText)
+{
+    constexpr int Steps = 3; // by how much a character may add to the height
+    constexpr int Highest = 14;
+    for (int characters = 1; characters <= 6; ++characters) {
+        const int texts = static_cast<int>(std::pow(Steps, characters));
+        for (int text = 0; text < texts; ++text) {
+            Heights heights(1, 0);
+            for (int left = text; heights.size() <= static_cast<std::size_t>(characters); left /= Steps) {
+                heights.push_back(heights.back() + left % Steps);
+            }
+            for (int page = -1; page <= Highest; ++page) {
+                const std::size_t fit = Fit(heights, page);
+                const std::size_t most = MostBelow(heights, page);
+                if (heights[1] > page) {
+                    ASSERT_EQ(fit, 0U);
+                } else if (std::find(heights.begin() + 1, heights.end(), page) != heights.end()) {
+                    ASSERT_TRUE(heights[fit] == page || fit == most || fit == most + 1);
+                } else {
+                    ASSERT_TRUE(fit == most || (fit == most + 1 && fit < heights.size())) << fit;
+                }
+            }
+        }
+    }
 }
 
 TEST(PageBreak, EndsForHeightsThatFollowNoRule)

@@ -51,6 +51,16 @@ void MainWindow::Type(Control field, const std::wstring& text) const
     Ask(Item(field), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
+int MainWindow::AddSession(const std::wstring& name) const
+{
+    return static_cast<int>(Ask(Item(Control::SessionList), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str())));
+}
+
+void MainWindow::SelectSession(int place) const
+{
+    Ask(Item(Control::SessionList), CB_SETCURSEL, static_cast<WPARAM>(place));
+}
+
 void MainWindow::Click(Control button) const
 {
     ::SetForegroundWindow(m_window);

@@ -38,6 +38,7 @@ enum class Control : int
 
 enum class Command : int
 {
+    Print = 57607,
     Exit = 32771,
     About = 32773,
     Uninstall = 32775,
@@ -61,6 +62,10 @@ public:
     [[nodiscard]] HWND Item(Control control) const;
     [[nodiscard]] std::wstring Text(Control field) const;
     void Type(Control field, const std::wstring& text) const;
+
+    /// Puts an entry into the list of AutoCAD sessions, which no user sees; its place there.
+    [[nodiscard]] int AddSession(const std::wstring& name) const;
+    void SelectSession(int place) const;
 
     /// These return at once: what they cause may be another window.
     void Click(Control button) const;
