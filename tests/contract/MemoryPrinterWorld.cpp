@@ -7,8 +7,6 @@ namespace {
 class MemoryPrinterWorld final : public PrinterWorld
 {
 public:
-    [[nodiscard]] Printer& ThePrinter() override { return m_printer; }
-
     [[nodiscard]] std::unique_ptr<PrintDocument> Choose(DialogAnswer answer) override
     {
         m_printer.Answer(answer == DialogAnswer::Ok ? MemoryPrinter::DialogAnswer::Ok
@@ -29,7 +27,10 @@ public:
     }
     void TakePaperAway() override { m_taken = m_printer.AllDocuments().size(); }
 
-    [[nodiscard]] PrinterHoldings Holdings() override { return {static_cast<unsigned>(m_printer.OpenDocuments()), 0}; }
+    [[nodiscard]] PrinterHoldings Holdings() override
+    {
+        return {static_cast<unsigned>(m_printer.OpenDocuments()), 0, 0};
+    }
 
 private:
     MemoryPrinter m_printer;

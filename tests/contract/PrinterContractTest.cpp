@@ -66,12 +66,11 @@ TEST_F(PrinterContract, PrintsAgainAfterGivingUp)
     EXPECT_EQ(world->PagesThatCameOut(), 1);
 }
 
-TEST_F(PrinterContract, EndsNoPageThatWasNotBegun)
+TEST_F(PrinterContract, EndsNoPageWithoutADocument)
 {
-    const auto document = Printed(0);
+    const auto document = world->Choose(DialogAnswer::Ok);
     ASSERT_NE(document, nullptr);
     EXPECT_FALSE(document->EndPage());
-    document->Abort();
 }
 
 TEST_F(PrinterContract, TellsHowHighATextStands)
@@ -123,8 +122,13 @@ TEST_F(PrinterContract, LeavesNothingBehind)
     for (int run = 0; run < 10; ++run) {
         everyWay();
     }
-    EXPECT_EQ(world->Holdings().drawingObjects, before.drawingObjects);
-    EXPECT_EQ(world->Holdings().handles, before.handles);
+    const PrinterHoldings after = world->Holdings();
+    EXPECT_EQ(after.drawingObjects, before.drawingObjects);
+    EXPECT_EQ(after.handles, before.handles);
+    // Wine's print dialog itself loses some seventy bytes each time; what describes a printer takes three times as
+    // many.
+    constexpr std::size_t Lost = 5000;
+    EXPECT_LT(after.memory, before.memory + Lost);
 }
 
 } // namespace

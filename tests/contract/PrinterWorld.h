@@ -4,6 +4,7 @@
 
 #include "platform/Printer.h"
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 
@@ -20,8 +21,8 @@ struct PrinterHoldings
 {
     unsigned drawingObjects = 0;
     unsigned long handles = 0;
-
-    bool operator==(const PrinterHoldings&) const = default;
+    /// Bytes taken from the process's own heap, in which dialogs describe printers.
+    std::size_t memory = 0;
 };
 
 class PrinterWorld
@@ -32,8 +33,6 @@ public:
     PrinterWorld(const PrinterWorld&) = delete;
     PrinterWorld& operator=(const PrinterWorld&) = delete;
     virtual ~PrinterWorld() = default;
-
-    [[nodiscard]] virtual Printer& ThePrinter() = 0;
 
     /// Asks for a printer, from a window of the test's own, and answers the dialog. Checks that the window is disabled
     /// meanwhile and enabled afterwards.

@@ -44,6 +44,17 @@ HWND VisibleDialogOf(HWND owner)
     return dialog;
 }
 
+/// What is taken from the process's heap at the moment.
+std::size_t HeapBytes()
+{
+    std::size_t bytes = 0;
+    PROCESS_HEAP_ENTRY entry{};
+    while (::HeapWalk(::GetProcessHeap(), &entry) != FALSE) {
+        bytes += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0 ? entry.cbData : 0;
+    }
+    return bytes;
+}
+
 class Win32PrinterWorld final : public PrinterWorld
 {
 public:
@@ -56,8 +67,6 @@ public:
     Win32PrinterWorld(const Win32PrinterWorld&) = delete;
     Win32PrinterWorld& operator=(const Win32PrinterWorld&) = delete;
     ~Win32PrinterWorld() override { RemoveFile(); }
-
-    [[nodiscard]] Printer& ThePrinter() override { return m_printer; }
 
     [[nodiscard]] std::unique_ptr<PrintDocument> Choose(DialogAnswer answer) override
     {
@@ -93,7 +102,7 @@ public:
     {
         DWORD handles = 0;
         ::GetProcessHandleCount(::GetCurrentProcess(), &handles);
-        return {CountGdiObjects(), handles};
+        return {CountGdiObjects(), handles, HeapBytes()};
     }
 
 private:

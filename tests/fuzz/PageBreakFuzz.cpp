@@ -32,7 +32,7 @@ void CheckSearch(const Heights& heights, int page, Order order)
         last = count;
         return heights.at(count);
     });
-    Require(measures <= std::bit_width(characters) + 2);
+    Require(measures <= static_cast<int>(std::bit_width(characters)) + 2);
     Require(fit == last || (fit == 0 && last == 1 && heights[1] > page)); // what was tried last, or nothing
     Require(fit <= characters);
     if (order == Order::Any) {
