@@ -118,11 +118,7 @@ private:
 
 std::unique_ptr<PrintDocument> Win32Printer::Choose(WindowId owner)
 {
-    // Loaded when it is first needed: most starts print nothing.
-    const UniqueModule library(::LoadLibraryExW(L"comdlg32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
-    const auto show = library ? reinterpret_cast<decltype(&::PrintDlgW)>(
-                                    reinterpret_cast<void*>(::GetProcAddress(library.get(), "PrintDlgW")))
-                              : nullptr;
+    const auto show = m_library.Entry<decltype(&::PrintDlgW)>("PrintDlgW");
     if (show == nullptr) {
         return nullptr;
     }
