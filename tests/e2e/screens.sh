@@ -16,7 +16,7 @@ programs=${SITEKEEPER_SCREENS_BUILD:-$build_dir/mingw-release}
 shots=${1:-$build_dir/screens}
 moments='Start.ShowsTheThree*:Start.TheSplash*:Browse.TypedText*:Failure.Without*:Library.IsMissing*:Library.CannotBe*'
 moments+=':Gate.AUserWithout*:*BadDate.*/0:Look.TheProgress*:UserAccess.NamesAre*:UserAccess.AHundred*'
-moments+=':TrustedPaths.*:OemInstaller.*:Print.WithoutAPrinter*:PrintedReport.OnOnePage'
+moments+=':TrustedPaths.*:OemInstaller.*:Shortcuts.*:Uninstall.*:About.*:Print.WithoutAPrinter*:PrintedReport.OnOnePage'
 
 windows_path() {
     echo "Z:${1//\//\\}"
