@@ -4,7 +4,6 @@
 #include "text/Text.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace sitekeeper {
 
@@ -20,16 +19,17 @@ std::wstring FormHelpFilePath(const std::wstring& programHelpPath, const std::ws
     return folder + name + L".chm";
 }
 
-void ShowHelpContents(const FileSystem& files, HelpViewer& viewer, MessageBoxes& messages, WindowId owner,
-                      const std::wstring& helpFile)
+void ShowHelp(const Platform& platform, const HelpOwners& owners, HelpPage page, const std::wstring& helpFile)
 {
-    if (files.Exists(helpFile)) {
-        viewer.ShowContents(owner, helpFile);
-        return;
+    if (!platform.files.Exists(helpFile)) {
+        platform.messages.Show(
+            owners.message, Fill(L"Couldn't find help file: \n%s\n\nPlease check software installation.", {helpFile}),
+            owners.caption, MessageStyle::Error);
+    } else if (page == HelpPage::Introduction) {
+        platform.help.ShowTopic(owners.viewer, helpFile + L"::/Introduction.htm");
+    } else {
+        platform.help.ShowContents(owners.viewer, helpFile);
     }
-    messages.Show(WindowId::None,
-                  Fill(L"Couldn't find help file: \n%s\n\nPlease check software installation.", {helpFile}),
-                  std::nullopt, MessageStyle::Error);
 }
 
 } // namespace sitekeeper

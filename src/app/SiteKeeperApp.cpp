@@ -12,6 +12,7 @@
 #include <commctrl.h>
 
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace sitekeeper {
@@ -77,7 +78,7 @@ void CSiteKeeperApp::RunReminder()
 
 void CSiteKeeperApp::RunMainDialog()
 {
-    CSiteKeeperDlg dialog(*this, {m_platform, m_settings, m_dialogsLibrary, m_programFile});
+    CSiteKeeperDlg dialog(*this, {m_platform, m_settings, m_dialogsLibrary, m_programFile, m_helpFilePath});
     SetMainWindow(&dialog);
     try {
         dialog.DoModal();
@@ -99,8 +100,8 @@ void CSiteKeeperApp::OnHelp()
         m_ownHelpPath = m_helpFilePath;
     }
     const HWND main = MainWindow() != nullptr ? MainWindow()->Handle() : nullptr;
-    ShowHelpContents(m_platform.files, m_platform.help, m_platform.messages,
-                     static_cast<WindowId>(reinterpret_cast<std::uintptr_t>(main)), m_ownHelpPath);
+    ShowHelp(m_platform, {static_cast<WindowId>(reinterpret_cast<std::uintptr_t>(main)), WindowId::None, std::nullopt},
+             HelpPage::Contents, m_ownHelpPath);
 }
 
 } // namespace sitekeeper

@@ -1,6 +1,7 @@
 // The main dialog: the three folders of the installation and the commands around them.
 #pragma once
 
+#include "app/HelpFile.h"
 #include "controls/ButtonST.h"
 #include "controls/CtrlResizer.h"
 #include "dialogs/SplashMessageDialog.h"
@@ -33,6 +34,8 @@ public:
         ModuleId& dialogsLibrary;
         /// The program's own path, as the process was started.
         std::wstring programFile;
+        /// The process's help file.
+        const std::wstring& helpFile;
     };
 
     CSiteKeeperDlg(CWinApp& app, Context context);
@@ -67,6 +70,8 @@ private:
     void OnUserAccess();
     void LaunchUninstaller();
     void OnAbout();
+    void OnHelpButton();
+    void OnHelpContents();
     void OnAppHelp();
     void BuildSettingsReport();
 
@@ -80,6 +85,7 @@ private:
     void LoadReminder();
 
     void OpenFolder(Folder folder);
+    void OpenHelp(HelpPage page);
     void PaintMinimised();
     [[nodiscard]] CalendarTime PickedDate() const;
     /// What the session list shows; empty when nothing is selected.

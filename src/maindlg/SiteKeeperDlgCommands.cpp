@@ -52,6 +52,8 @@ bool CSiteKeeperDlg::OnCommand(WORD id)
         {ID_USER_ACCESS, &CSiteKeeperDlg::OnUserAccess}, // this one and the next have no item; scripts send them
         {ID_UNINSTALL, &CSiteKeeperDlg::LaunchUninstaller},
         {ID_ABOUT, &CSiteKeeperDlg::OnAbout},
+        {IDC_HELP_BUTTON, &CSiteKeeperDlg::OnHelpButton}, // also the one of the dialogs above this one
+        {ID_HELP_CONTENTS, &CSiteKeeperDlg::OnHelpContents},
         {ID_APP_HELP, &CSiteKeeperDlg::OnAppHelp},
         {ID_PRINT, &CSiteKeeperDlg::BuildSettingsReport},
     };
@@ -171,6 +173,20 @@ void CSiteKeeperDlg::OnAbout()
 {
     const Platform& platform = m_context.platform;
     CAboutDlg(App(), *this, {platform.versions, platform.registry, m_context.programFile}).DoModal();
+}
+
+void CSiteKeeperDlg::OnHelpButton()
+{
+    OpenHelp(HelpPage::Introduction);
+}
+void CSiteKeeperDlg::OnHelpContents()
+{
+    OpenHelp(HelpPage::Contents);
+}
+
+void CSiteKeeperDlg::OpenHelp(HelpPage page)
+{
+    ShowHelp(m_context.platform, {Id(), Id(), App().AppName()}, page, m_context.helpFile);
 }
 
 void CSiteKeeperDlg::OnAppHelp()

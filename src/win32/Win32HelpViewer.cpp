@@ -7,6 +7,7 @@ namespace sitekeeper {
 namespace {
 
 // From the published header of the HTML Help API (htmlhelp.h).
+constexpr UINT DisplayTopic = 0;    // HH_DISPLAY_TOPIC
 constexpr UINT DisplayContents = 1; // HH_DISPLAY_TOC
 constexpr WORD EntryOrdinal = 15;   // HtmlHelpW
 
@@ -55,8 +56,18 @@ Win32HelpViewer::HtmlHelpFunction Win32HelpViewer::EntryPoint()
 
 void Win32HelpViewer::ShowContents(WindowId owner, const std::wstring& path)
 {
+    Show(owner, path, DisplayContents);
+}
+
+void Win32HelpViewer::ShowTopic(WindowId owner, const std::wstring& address)
+{
+    Show(owner, address, DisplayTopic);
+}
+
+void Win32HelpViewer::Show(WindowId owner, const std::wstring& address, UINT command)
+{
     if (const HtmlHelpFunction show = EntryPoint()) {
-        show(reinterpret_cast<HWND>(owner), path.c_str(), DisplayContents, 0);
+        show(reinterpret_cast<HWND>(owner), address.c_str(), command, 0);
     }
 }
 

@@ -12,9 +12,12 @@ class Win32HelpViewer final : public HelpViewer
 {
 public:
     void ShowContents(WindowId owner, const std::wstring& path) override;
+    void ShowTopic(WindowId owner, const std::wstring& address) override;
 
 private:
     using HtmlHelpFunction = HWND(WINAPI*)(HWND, const wchar_t*, UINT, DWORD_PTR);
+
+    void Show(WindowId owner, const std::wstring& address, UINT command);
 
     /// The control's entry point; null when it cannot be had, which is remembered and not tried again.
     HtmlHelpFunction EntryPoint();

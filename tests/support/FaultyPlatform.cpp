@@ -170,6 +170,12 @@ public:
             m_inner.ShowContents(owner, path);
         }
     }
+    void ShowTopic(WindowId owner, const std::wstring& address) override
+    {
+        if (!m_plan.Fails(L"help " + address)) {
+            m_inner.ShowTopic(owner, address);
+        }
+    }
 
 private:
     HelpViewer& m_inner;

@@ -13,12 +13,14 @@ public:
     struct Opened
     {
         WindowId owner = WindowId::None;
-        std::wstring path;
+        std::wstring path; // of the file, or the address of the page
+        bool isPage = false;
 
         bool operator==(const Opened&) const = default;
     };
 
-    void ShowContents(WindowId owner, const std::wstring& path) override { m_opened.push_back({owner, path}); }
+    void ShowContents(WindowId owner, const std::wstring& path) override { m_opened.push_back({owner, path, false}); }
+    void ShowTopic(WindowId owner, const std::wstring& address) override { m_opened.push_back({owner, address, true}); }
 
     [[nodiscard]] const std::vector<Opened>& AllOpened() const { return m_opened; }
 

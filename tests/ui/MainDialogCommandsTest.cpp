@@ -297,10 +297,6 @@ TEST_F(MainDialogCommandsTest, DoesNothingForANumberThatNoCommandHas)
     for (const int command : {0, 999, 32770, 32774, 32778, 32781, 65535}) {
         steps.push_back(Choose(command));
     }
-    // Help has no answer yet.
-    for (const int command : {32772, 1009}) {
-        steps.push_back(Choose(command));
-    }
     steps.push_back(ChooseSystem(32));
     steps.push_back(Do("look", [&](const MainDialogPage& page) {
         EXPECT_TRUE(page.IsOpen());

@@ -239,7 +239,7 @@ TEST_F(MainDialogStateTest, OpensInTheMiddleWhateverPositionIsStored)
 TEST_F(MainDialogStateTest, WritesZerosForAWindowThatNeverWas)
 {
     {
-        const CSiteKeeperDlg dialog(m_app, {m_platform, m_settings, m_library, m_programFile});
+        const CSiteKeeperDlg dialog(m_app, {m_platform, m_settings, m_library, m_programFile, m_helpFile});
     }
     EXPECT_EQ(StoredPosition(), L"0,0,0,0");
 }

@@ -179,22 +179,27 @@ TEST(FolderTreeSweep, GoesOnBehindAFolderThatCannotBeMade)
     EXPECT_EQ(SweepFailures(sweep), 3);
 }
 
-TEST(HelpSweep, ShowsTheMessageOrNothing)
+class HelpSweep : public testing::TestWithParam<HelpPage>
+{};
+
+TEST_P(HelpSweep, ShowsTheMessageOrNothing)
 {
     const Sweep sweep{[](MemoryPlatform& memory) {
                           memory.files.AddFile(L"C:\\Help\\SiteKeeper.chm");
                           memory.messages.AnswerAll(Answer::Ok);
                       },
-                      [](const Platform& ports) {
-                          ShowHelpContents(ports.files, ports.help, ports.messages, WindowId::None,
-                                           L"C:\\Help\\SiteKeeper.chm");
-                      },
+                      [](const Platform& ports) { ShowHelp(ports, {}, GetParam(), L"C:\\Help\\SiteKeeper.chm"); },
                       [](const FaultedRun& run) {
                           const std::size_t boxes = Is(run, L"exists ") ? 1 : 0;
                           EXPECT_EQ(Added(run.before, run.after).size(), boxes);
                       }};
     EXPECT_EQ(SweepFailures(sweep), 2);
 }
+
+INSTANTIATE_TEST_SUITE_P(On, HelpSweep, testing::Values(HelpPage::Contents, HelpPage::Introduction),
+                         [](const auto& page) {
+                             return std::string(page.param == HelpPage::Contents ? "Contents" : "Introduction");
+                         });
 
 } // namespace
 } // namespace sitekeeper

@@ -3,6 +3,9 @@
 #include "support/MemoryPlatform.h"
 
 #include <gtest/gtest.h>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace sitekeeper {
 namespace {
@@ -35,35 +38,63 @@ TEST(FormHelpFilePath, NamesOneFileForBothPrograms)
     }
 }
 
-class HelpContents : public ::testing::Test
+using Opened = MemoryHelpViewer::Opened;
+using Box = ScriptedMessageBoxes::Box;
+
+class ShowHelpTest : public ::testing::TestWithParam<HelpPage>
 {
 protected:
-    void Show() { ShowHelpContents(memory.files, memory.help, memory.messages, Owner, HelpFile); }
+    void Show(const std::optional<std::wstring>& caption = std::nullopt)
+    {
+        ShowHelp(memory.Ports(), {ViewerOwner, MessageOwner, caption}, GetParam(), HelpFile);
+    }
+    [[nodiscard]] Opened ExpectedPage() const
+    {
+        return GetParam() == HelpPage::Contents ? Opened{ViewerOwner, HelpFile, false}
+                                                : Opened{ViewerOwner, HelpFile + L"::/Introduction.htm", true};
+    }
 
-    static constexpr auto Owner = static_cast<WindowId>(0x1234);
+    static constexpr auto ViewerOwner = static_cast<WindowId>(0x1234);
+    static constexpr auto MessageOwner = static_cast<WindowId>(0x5678);
     const std::wstring HelpFile = L"C:\\Suite\\Help\\SiteKeeper.chm";
     MemoryPlatform memory;
 };
 
-TEST_F(HelpContents, AreShownFromAnExistingFile)
+TEST_P(ShowHelpTest, OpensThePageOfAnExistingFile)
 {
     memory.files.AddFile(HelpFile);
     Show();
-    EXPECT_EQ(memory.help.AllOpened(), (std::vector<MemoryHelpViewer::Opened>{{Owner, HelpFile}}));
+    EXPECT_EQ(memory.help.AllOpened(), (std::vector<Opened>{ExpectedPage()}));
     EXPECT_TRUE(memory.messages.Shown().empty());
 }
 
-TEST_F(HelpContents, OfAMissingFileAreAMessageWithoutOwner)
+TEST_P(ShowHelpTest, HandsAFolderOfThatNameToTheViewer)
 {
-    memory.messages.Expect();
+    memory.files.AddFolder(HelpFile);
     Show();
-    EXPECT_EQ(memory.messages.Shown(),
-              (std::vector<ScriptedMessageBoxes::Box>{{WindowId::None,
+    EXPECT_EQ(memory.help.AllOpened(), (std::vector<Opened>{ExpectedPage()}));
+    EXPECT_TRUE(memory.messages.Shown().empty());
+}
+
+TEST_P(ShowHelpTest, SaysThatTheFileIsMissing)
+{
+    const std::optional<std::wstring> captions[] = {std::nullopt, L"SiteKeeper"};
+    for (const auto& caption : captions) {
+        memory.messages.Expect();
+        Show(caption);
+        EXPECT_EQ(memory.messages.Shown().back(), (Box{MessageOwner,
                                                        L"Couldn't find help file: \nC:\\Suite\\Help\\SiteKeeper.chm\n\n"
                                                        L"Please check software installation.",
-                                                       std::nullopt, MessageStyle::Error}}));
+                                                       caption, MessageStyle::Error}));
+    }
+    EXPECT_EQ(memory.messages.Shown().size(), 2U) << "each time it is asked for";
     EXPECT_TRUE(memory.help.AllOpened().empty());
 }
+
+INSTANTIATE_TEST_SUITE_P(On, ShowHelpTest, ::testing::Values(HelpPage::Contents, HelpPage::Introduction),
+                         [](const auto& page) {
+                             return std::string(page.param == HelpPage::Contents ? "Contents" : "Introduction");
+                         });
 
 } // namespace
 } // namespace sitekeeper

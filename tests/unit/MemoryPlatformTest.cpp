@@ -201,6 +201,7 @@ TEST(FaultyPlatformTest, LetsEachKindOfCallFailAsItsContractAllows)
             EXPECT_FALSE(p.clock.Format(L"%Y", {2024, 5, 6, 7, 8, 9}));
         },
         [](const Platform& p) { p.help.ShowContents(WindowId::None, L"a.chm"); },
+        [](const Platform& p) { p.help.ShowTopic(WindowId::None, L"a.chm::/b.htm"); },
         [](const Platform& p) { EXPECT_EQ(p.printer.Choose(WindowId::None), nullptr); },
     };
     for (const auto& call : calls) {

@@ -104,7 +104,7 @@ MainDialogTest::MainDialogTest()
 INT_PTR MainDialogTest::RunOn(const Platform& platform, InstallationSettings& settings, std::vector<DriverStep> steps)
 {
     steps.insert(steps.begin(), Await("wait for the dialog", [](const MainDialogPage& page) { return page.IsOpen(); }));
-    CSiteKeeperDlg dialog(m_app, {platform, settings, m_library, m_programFile});
+    CSiteKeeperDlg dialog(m_app, {platform, settings, m_library, m_programFile, m_helpFile});
     m_dialog = &dialog;
     m_app.SetMainWindow(&dialog);
     INT_PTR result = 0;
@@ -119,7 +119,7 @@ INT_PTR MainDialogTest::RunOn(const Platform& platform, InstallationSettings& se
 
 std::optional<ResultCode> MainDialogTest::RunRefused()
 {
-    CSiteKeeperDlg dialog(m_app, {m_platform, m_settings, m_library, m_programFile});
+    CSiteKeeperDlg dialog(m_app, {m_platform, m_settings, m_library, m_programFile, m_helpFile});
     m_dialog = &dialog;
     ModalDriver driver({Await("a dialog that must not open", [](const MainDialogPage& page) { return page.IsOpen(); }),
                         Choose(IDCANCEL)});

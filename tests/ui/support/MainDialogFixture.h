@@ -63,6 +63,7 @@ protected:
     ObservedProcesses m_processes{memory.processes};
     const Platform m_platform;
     std::wstring m_programFile = L"C:\\Suite\\Tools\\SiteKeeper64.exe";
+    std::wstring m_helpFile = L"C:\\Suite\\Help\\SiteKeeper.chm";
 };
 
 /// The dialog alone.

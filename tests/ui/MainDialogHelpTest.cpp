@@ -1,0 +1,126 @@
+// The help commands of the main dialog: its button and its menu item. (F1 is the application's; see StartupTest.)
+#include "support/MainDialogFixture.h"
+#include "support/Printing.h"
+#include "support/ThreadWindows.h"
+
+#include <windows.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace sitekeeper {
+namespace {
+
+using Box = ScriptedMessageBoxes::Box;
+using Opened = MemoryHelpViewer::Opened;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr int HelpButton = 1009;
+constexpr int HelpContents = 32772;
+constexpr int UserAccess = 32776;
+
+WindowId IdOf(HWND window)
+{
+    return static_cast<WindowId>(reinterpret_cast<std::uintptr_t>(window));
+}
+
+struct HelpCommand
+{
+    const char* name;
+    int id;
+    const wchar_t* topic; // behind the file's path
+};
+
+class MainDialogHelpTest : public MainDialogTest, public testing::WithParamInterface<HelpCommand>
+{
+protected:
+    DriverStep NoteOwner()
+    {
+        return Do("note the dialog", [this](const MainDialogPage& page) { m_dialogId = IdOf(page.Window()); });
+    }
+    DriverStep Ask() { return GetParam().id == HelpButton ? Press(HelpButton) : Choose(GetParam().id); }
+    DriverStep AwaitHelp()
+    {
+        return Await("wait for help", [this](const MainDialogPage&) { return !memory.help.AllOpened().empty(); });
+    }
+    DriverStep AwaitBoxes(std::size_t count)
+    {
+        return Await("wait for a message box",
+                     [this, count](const MainDialogPage&) { return memory.messages.Shown().size() == count; });
+    }
+    [[nodiscard]] Opened ExpectedPage() const
+    {
+        return {m_dialogId, m_helpFile + GetParam().topic, GetParam().id == HelpButton};
+    }
+    [[nodiscard]] Box MissingFile() const
+    {
+        return {m_dialogId,
+                L"Couldn't find help file: \nC:\\Suite\\Help\\SiteKeeper.chm\n\nPlease check software installation.",
+                L"SiteKeeper", MessageStyle::Error};
+    }
+
+    WindowId m_dialogId{};
+};
+
+TEST_P(MainDialogHelpTest, OpensTheHelpFileOverTheDialog)
+{
+    memory.files.AddFile(m_helpFile);
+    EXPECT_EQ(Run({NoteOwner(), Ask(), AwaitHelp(), Press(IDCANCEL)}), IDCANCEL);
+    EXPECT_THAT(memory.help.AllOpened(), ElementsAre(ExpectedPage()));
+    EXPECT_THAT(memory.messages.Shown(), IsEmpty());
+}
+
+TEST_P(MainDialogHelpTest, SaysEachTimeThatTheFileIsMissing)
+{
+    memory.messages.Expect();
+    memory.messages.Expect();
+    EXPECT_EQ(Run({NoteOwner(), Ask(), AwaitBoxes(1), Ask(), AwaitBoxes(2),
+                   Do("look", [](const MainDialogPage& page) { EXPECT_TRUE(page.IsOpen()); }), Press(IDCANCEL)}),
+              IDCANCEL);
+    EXPECT_THAT(memory.messages.Shown(), ElementsAre(MissingFile(), MissingFile()));
+    EXPECT_THAT(memory.help.AllOpened(), IsEmpty());
+}
+
+TEST_P(MainDialogHelpTest, FindsAFileThatIsPutThereMeanwhile)
+{
+    memory.messages.Expect();
+    EXPECT_EQ(Run({NoteOwner(), Ask(), AwaitBoxes(1),
+                   Do("install", [this](const MainDialogPage&) { memory.files.AddFile(m_helpFile); }), Ask(),
+                   AwaitHelp(), Press(IDCANCEL)}),
+              IDCANCEL);
+    EXPECT_THAT(memory.help.AllOpened(), ElementsAre(ExpectedPage()));
+}
+
+INSTANTIATE_TEST_SUITE_P(By, MainDialogHelpTest,
+                         testing::Values(HelpCommand{"Button", HelpButton, L"::/Introduction.htm"},
+                                         HelpCommand{"MenuItem", HelpContents, L""}),
+                         [](const auto& command) { return std::string(command.param.name); });
+
+using MainDialogHelpFromUserAccessTest = MainDialogTest;
+
+TEST_F(MainDialogHelpFromUserAccessTest, OpensTheIntroductionAndLeavesTheMainDialogWaiting)
+{
+    memory.files.AddFile(m_helpFile);
+    WindowId main{};
+    HWND access = nullptr;
+    const auto accessStands = [&access](const MainDialogPage& page) {
+        for (const HWND window : VisibleWindows(L"#32770")) {
+            access = window != page.Window() ? window : access;
+        }
+        return access != nullptr;
+    };
+    Run({Do("note the dialog", [&main](const MainDialogPage& page) { main = IdOf(page.Window()); }), Choose(UserAccess),
+         Await("wait for User Access", accessStands),
+         Do("press Help",
+            [&access](const MainDialogPage&) { ::SendDlgItemMessageW(access, HelpButton, BM_CLICK, 0, 0); }),
+         Await("wait for help", [this](const MainDialogPage&) { return !memory.help.AllOpened().empty(); }),
+         Do("look", [](const MainDialogPage& page) { EXPECT_EQ(::IsWindowEnabled(page.Window()), FALSE); }),
+         Do("leave User Access", [&access](const MainDialogPage&) { ::PostMessageW(access, WM_COMMAND, IDCANCEL, 0); }),
+         Await("wait for its end", [&access](const MainDialogPage&) { return ::IsWindow(access) == FALSE; }),
+         Press(IDCANCEL)});
+    EXPECT_THAT(memory.help.AllOpened(), ElementsAre(Opened{main, m_helpFile + L"::/Introduction.htm", true}));
+}
+
+} // namespace
+} // namespace sitekeeper
