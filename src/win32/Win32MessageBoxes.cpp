@@ -13,8 +13,15 @@ static_assert(static_cast<int>(Answer::Ok) == IDOK && static_cast<int>(Answer::C
 Answer Win32MessageBoxes::Show(WindowId owner, const std::wstring& text, const std::optional<std::wstring>& caption,
                                MessageStyle style)
 {
-    return static_cast<Answer>(::MessageBoxW(reinterpret_cast<HWND>(owner), text.c_str(),
-                                             caption ? caption->c_str() : nullptr, static_cast<UINT>(style)));
+    const HWND window = reinterpret_cast<HWND>(owner);
+    const bool isDisabled = window != nullptr && ::IsWindowEnabled(window) == FALSE;
+    const int answer =
+        ::MessageBoxW(window, text.c_str(), caption ? caption->c_str() : nullptr, static_cast<UINT>(style));
+    // Below another dialog the owner stays disabled; Wine enables it at the end of any box.
+    if (isDisabled) {
+        ::EnableWindow(window, FALSE);
+    }
+    return static_cast<Answer>(answer);
 }
 
 } // namespace sitekeeper
