@@ -10,6 +10,7 @@ g++-mingw-w64-x86-64-posix  compiles Windows programs
 googletest                  the configured build holds the tests too
 wine                        runs Windows programs
 wine64                      runs Windows programs
+fp-utils                    compiles the help pages
 fonts-wine                  the marks on caption buttons and the system fonts
 fonts-lato                  stands in for Segoe UI with its proportions
 xvfb                        the screen when there is none

@@ -128,7 +128,7 @@ tier_mingw-debug() {
 
 tier_mingw-release() {
     start_screen
-    wine_tier -L '^(exe|e2e)$'
+    wine_tier -L '^(exe|e2e|help)$'
     end_jobs
     stop_screen
 }

@@ -54,6 +54,7 @@ protected:
             EXPECT_TRUE(message.HasOnlyOk());
             EXPECT_FALSE(message.HasIcon());
             SaveMoment(main.Handle(), L"trusted-paths");
+            SaveMoment(message.Handle(), L"trusted-paths-message");
             message.Confirm();
         }
         ExpectCancelled(run, main, expected);

@@ -17,6 +17,7 @@ shots=${1:-$build_dir/screens}
 moments='Start.ShowsTheThree*:Start.TheSplash*:Browse.TypedText*:Failure.Without*:Library.IsMissing*:Library.CannotBe*'
 moments+=':Gate.AUserWithout*:*BadDate.*/0:Look.TheProgress*:UserAccess.NamesAre*:UserAccess.AHundred*'
 moments+=':TrustedPaths.*:OemInstaller.*:Shortcuts.*:Uninstall.*:About.*:Print.WithoutAPrinter*:PrintedReport.OnOnePage'
+moments+=':*/Help.Shows*/Button:*/Help.Says*/Button'
 
 windows_path() {
     echo "Z:${1//\//\\}"

@@ -40,12 +40,14 @@ enum class Command : int
 {
     Print = 57607,
     Exit = 32771,
+    HelpContents = 32772,
     About = 32773,
     Uninstall = 32775,
     UserAccess = 32776,
     ManageShortcuts = 32777,
     InstallOem = 32779,
     AddTrustedPaths = 32780,
+    Help = 57670, // F1's
     // Of the system menu
     SystemAbout = 16,
     SelectProgramPath = 17

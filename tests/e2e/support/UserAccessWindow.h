@@ -16,6 +16,7 @@ enum class AccessControl : int
     Ok = 1,
     Cancel = 2,
     Add = 1007,
+    Help = 1009,
     Refresh = 1013,
     Users = 1018,
     NewUser = 1019,
