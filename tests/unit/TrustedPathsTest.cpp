@@ -165,6 +165,21 @@ TEST_F(TrustedPathsTest, WritesTheFirstOfTwoProductsAndRefusesTheSecond)
     EXPECT_EQ(Paths(L"R24.0", L"B"), L"C:\\B");
 }
 
+// As the help tells those who send the command again.
+TEST_F(TrustedPathsTest, WritesTheSecondProductWhenItComesAgainAndDoublesItAfterThat)
+{
+    AddProduct(m_registry, L"R24.0", L"A", L"");
+    AddProduct(m_registry, L"R24.0", L"B", L"");
+    const std::wstring folders = FiveFolders(Suite, L"R24");
+    EXPECT_NE(Add(), L"done");
+    EXPECT_EQ(Paths(L"R24.0", L"B"), L"");
+    EXPECT_EQ(Add(), L"done");
+    EXPECT_EQ(Paths(L"R24.0", L"B"), folders);
+    EXPECT_EQ(Add(), L"done");
+    EXPECT_EQ(Paths(L"R24.0", L"B"), folders + folders);
+    EXPECT_EQ(Paths(L"R24.0", L"A"), folders);
+}
+
 TEST_F(TrustedPathsTest, RefusesTheSecondAlsoWhereItHoldsTheFolder)
 {
     AddProduct(m_registry, L"R24.0", L"A", L"");
