@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The pictures of the help pages, taken from the end-to-end journeys: pictures.sh [--check] BUILD
 # BUILD is a mingw-release build with its tests; a screen (DISPLAY) is needed. With --check the pictures stay as they are,
-# and the exit code says whether they still show the program.
+# and the exit code says whether they still show the program. (The build needs all pictures: a new one begins as any other.)
 set -euo pipefail
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -18,12 +18,14 @@ journeys=$(realpath "${1:?the build folder is missing}")/tests/e2e
 # Picture, journey, the moment in it that is kept, and the size to which a window is brought that would not fit beside
 # the text.
 own='
-main-window      Start.ShowsTheThreeFoldersOfTheInstallation  main-dialog            65%
-user-access      UserAccess.NamesAreDraggedBetweenTheLists    user-access-arranged   65%
-trusted-paths    TrustedPaths.AProductGetsTheFiveFolders      trusted-paths-message  100%
+main-window       Start.ShowsTheThreeFoldersOfTheInstallation              main-dialog            65%
+manage-shortcuts  Shortcuts.ChosenOnesAreEmptyUntilTheNextOkMakesThemReal  manage-shortcuts       65%
+user-access       UserAccess.NamesAreDraggedBetweenTheLists                user-access-arranged   65%
+trusted-paths     TrustedPaths.AProductGetsTheFiveFolders                  trusted-paths-message  100%
+about             About.TellsProgramSuiteUpdateAndCopyright                about-update           65%
 '
 beside_server='
-update-question  UpdateReminder.YesOpensThePage               update-question        100%
+update-question   UpdateReminder.YesOpensThePage                           update-question        100%
 '
 
 work=$(mktemp -d)
