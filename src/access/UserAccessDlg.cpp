@@ -1,6 +1,7 @@
 #include "access/UserAccessDlg.h"
 
 #include "res/ResourceIds.h"
+#include "win32/WindowIds.h"
 
 #include <cstdint>
 #include <optional>
@@ -303,7 +304,7 @@ std::array<CUserAccessDlg::ListRow, 5> CUserAccessDlg::Lists()
 
 WindowId CUserAccessDlg::Id() const
 {
-    return static_cast<WindowId>(reinterpret_cast<std::uintptr_t>(Handle()));
+    return IdOf(Handle());
 }
 
 } // namespace sitekeeper

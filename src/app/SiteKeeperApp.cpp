@@ -8,6 +8,7 @@
 #include "maindlg/SiteKeeperDlg.h"
 #include "res/ResourceIds.h"
 #include "settings/Product.h"
+#include "win32/WindowIds.h"
 
 #include <commctrl.h>
 
@@ -91,7 +92,7 @@ void CSiteKeeperApp::RunMainDialog()
 void CSiteKeeperApp::ReportError(const std::exception_ptr& error)
 {
     const HWND main = MainWindow() != nullptr ? MainWindow()->Handle() : nullptr;
-    sitekeeper::ReportError(m_platform.messages, static_cast<WindowId>(reinterpret_cast<std::uintptr_t>(main)), error);
+    sitekeeper::ReportError(m_platform.messages, IdOf(main), error);
 }
 
 void CSiteKeeperApp::OnHelp()
@@ -100,8 +101,7 @@ void CSiteKeeperApp::OnHelp()
         m_ownHelpPath = m_helpFilePath;
     }
     const HWND main = MainWindow() != nullptr ? MainWindow()->Handle() : nullptr;
-    ShowHelp(m_platform, {static_cast<WindowId>(reinterpret_cast<std::uintptr_t>(main)), WindowId::None, std::nullopt},
-             HelpPage::Contents, m_ownHelpPath);
+    ShowHelp(m_platform, {IdOf(main), WindowId::None, std::nullopt}, HelpPage::Contents, m_ownHelpPath);
 }
 
 } // namespace sitekeeper

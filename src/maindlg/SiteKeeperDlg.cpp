@@ -5,6 +5,7 @@
 #include "platform/PlatformError.h"
 #include "res/ResourceIds.h"
 #include "text/Text.h"
+#include "win32/WindowIds.h"
 
 #include <commctrl.h>
 
@@ -208,7 +209,7 @@ void CSiteKeeperDlg::PaintMinimised()
 
 WindowId CSiteKeeperDlg::Id() const
 {
-    return static_cast<WindowId>(reinterpret_cast<std::uintptr_t>(Handle()));
+    return IdOf(Handle());
 }
 
 } // namespace sitekeeper

@@ -1,6 +1,7 @@
 #include "win32/Win32Clipboard.h"
 
 #include "frame/Handles.h"
+#include "win32/WindowIds.h"
 
 #include <windows.h>
 
@@ -20,7 +21,7 @@ public:
         constexpr DWORD Pause = 20; // milliseconds
         for (int attempt = 0; attempt < Attempts && !m_isOpen; ++attempt) {
             ::Sleep(attempt == 0 ? 0 : Pause);
-            m_isOpen = ::OpenClipboard(reinterpret_cast<HWND>(owner)) != FALSE;
+            m_isOpen = ::OpenClipboard(WindowOf(owner)) != FALSE;
         }
     }
     OpenedClipboard(const OpenedClipboard&) = delete;

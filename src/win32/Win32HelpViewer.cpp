@@ -1,5 +1,7 @@
 #include "win32/Win32HelpViewer.h"
 
+#include "win32/WindowIds.h"
+
 #include <array>
 #include <string>
 
@@ -67,7 +69,7 @@ void Win32HelpViewer::ShowTopic(WindowId owner, const std::wstring& address)
 void Win32HelpViewer::Show(WindowId owner, const std::wstring& address, UINT command)
 {
     if (const HtmlHelpFunction show = EntryPoint()) {
-        show(reinterpret_cast<HWND>(owner), address.c_str(), command, 0);
+        show(WindowOf(owner), address.c_str(), command, 0);
     }
 }
 

@@ -1,5 +1,7 @@
 #include "win32/Win32MessageBoxes.h"
 
+#include "win32/WindowIds.h"
+
 #include <windows.h>
 
 namespace sitekeeper {
@@ -13,7 +15,7 @@ static_assert(static_cast<int>(Answer::Ok) == IDOK && static_cast<int>(Answer::C
 Answer Win32MessageBoxes::Show(WindowId owner, const std::wstring& text, const std::optional<std::wstring>& caption,
                                MessageStyle style)
 {
-    const HWND window = reinterpret_cast<HWND>(owner);
+    const HWND window = WindowOf(owner);
     const bool isDisabled = window != nullptr && ::IsWindowEnabled(window) == FALSE;
     const int answer =
         ::MessageBoxW(window, text.c_str(), caption ? caption->c_str() : nullptr, static_cast<UINT>(style));

@@ -1,6 +1,7 @@
 #include "win32/Win32Printer.h"
 
 #include "frame/Handles.h"
+#include "win32/WindowIds.h"
 
 #include <windows.h>
 
@@ -124,7 +125,7 @@ std::unique_ptr<PrintDocument> Win32Printer::Choose(WindowId owner)
     }
     PRINTDLGW dialog{};
     dialog.lStructSize = sizeof dialog;
-    dialog.hwndOwner = reinterpret_cast<HWND>(owner);
+    dialog.hwndOwner = WindowOf(owner);
     dialog.Flags = DialogStyle | PD_RETURNDC;
     const BOOL isConfirmed = show(&dialog);
     Chosen chosen{UniqueGlobalMemory(dialog.hDevMode), UniqueGlobalMemory(dialog.hDevNames),

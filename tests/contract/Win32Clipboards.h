@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/MessageBoxes.h"
+#include "win32/WindowIds.h"
 
 #include <windows.h>
 
@@ -20,10 +21,7 @@ public:
     ~TestWindow();
 
     [[nodiscard]] HWND get() const noexcept { return m_window; }
-    [[nodiscard]] WindowId Id() const noexcept
-    {
-        return static_cast<WindowId>(reinterpret_cast<std::uintptr_t>(m_window));
-    }
+    [[nodiscard]] WindowId Id() const noexcept { return IdOf(m_window); }
 
 private:
     HWND m_window;

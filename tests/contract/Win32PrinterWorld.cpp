@@ -3,6 +3,7 @@
 #include "support/ModalDriver.h"
 #include "support/TestPrinter.h"
 #include "win32/Win32Printer.h"
+#include "win32/WindowIds.h"
 
 #include <windows.h>
 
@@ -82,7 +83,7 @@ public:
                                            ::PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
                                            return true;
                                        }}});
-            document = m_printer.Choose(static_cast<WindowId>(reinterpret_cast<std::uintptr_t>(m_owner.get())));
+            document = m_printer.Choose(IdOf(m_owner.get()));
         }
         EXPECT_NE(::IsWindowEnabled(m_owner.get()), FALSE);
         return document;

@@ -22,11 +22,6 @@ using testing::IsEmpty;
 constexpr int AddTrustedPathsCommand = 32780;
 constexpr int InstallOemCommand = 32779;
 
-WindowId IdOf(HWND window)
-{
-    return static_cast<WindowId>(reinterpret_cast<std::uintptr_t>(window));
-}
-
 class MainDialogAutoCADTest : public MainDialogTest
 {
 protected:
@@ -35,12 +30,6 @@ protected:
         memory.registry.SetText(Hive::LocalMachine, InstallationKey, L"Application Path", L"C:\\S");
     }
 
-    /// Waits until so many message boxes have been shown.
-    DriverStep AwaitBoxes(std::size_t count)
-    {
-        return Await("wait for a message box",
-                     [this, count](const MainDialogPage& /*page*/) { return memory.messages.Shown().size() == count; });
-    }
     DriverStep NoteOwner()
     {
         return Do("note the dialog", [this](const MainDialogPage& page) { m_owner = IdOf(page.Window()); });

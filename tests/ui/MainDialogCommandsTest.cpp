@@ -23,11 +23,6 @@ using testing::SizeIs;
 
 constexpr int ExitCommand = 32771;
 
-WindowId IdOf(HWND window)
-{
-    return static_cast<WindowId>(reinterpret_cast<std::uintptr_t>(window));
-}
-
 class MainDialogCommandsTest : public MainDialogTest
 {
 protected:
@@ -50,13 +45,6 @@ protected:
     [[nodiscard]] static MemoryRegistry::Value Days(std::byte lowest, std::byte others)
     {
         return {L"CheckWebVersionDays", ValueType::Number, {lowest, others, others, others}};
-    }
-
-    /// Waits until so many message boxes have been shown.
-    DriverStep AwaitBoxes(std::size_t count)
-    {
-        return Await("wait for a message box",
-                     [this, count](const MainDialogPage& /*page*/) { return memory.messages.Shown().size() == count; });
     }
 };
 

@@ -20,11 +20,6 @@ constexpr int HelpButton = 1009;
 constexpr int HelpContents = 32772;
 constexpr int UserAccess = 32776;
 
-WindowId IdOf(HWND window)
-{
-    return static_cast<WindowId>(reinterpret_cast<std::uintptr_t>(window));
-}
-
 struct HelpCommand
 {
     const char* name;
@@ -43,11 +38,6 @@ protected:
     DriverStep AwaitHelp()
     {
         return Await("wait for help", [this](const MainDialogPage&) { return !memory.help.AllOpened().empty(); });
-    }
-    DriverStep AwaitBoxes(std::size_t count)
-    {
-        return Await("wait for a message box",
-                     [this, count](const MainDialogPage&) { return memory.messages.Shown().size() == count; });
     }
     [[nodiscard]] Opened ExpectedPage() const
     {

@@ -30,8 +30,7 @@ protected:
             return !memory.printer.AllAsked().empty() && memory.printer.OpenDocuments() == 0;
         }));
         before.push_back(Do("look at the owner", [this](const MainDialogPage& page) {
-            EXPECT_EQ(memory.printer.AllAsked().back(),
-                      static_cast<WindowId>(reinterpret_cast<std::uintptr_t>(page.Window())));
+            EXPECT_EQ(memory.printer.AllAsked().back(), IdOf(page.Window()));
             EXPECT_TRUE(page.IsOpen());
         }));
         before.push_back(Press(IDCANCEL));

@@ -61,12 +61,10 @@ TEST_F(MainDialogUninstallTest, SaysWhereNothingIsRegisteredAndStays)
     const State before = memory.CurrentState();
     State during;
     WindowId owner{};
-    EXPECT_EQ(Run({TypeFolder(), Choose(UninstallCommand),
-                   Await("wait for the message",
-                         [this](const MainDialogPage&) { return memory.messages.Shown().size() == 1; }),
+    EXPECT_EQ(Run({TypeFolder(), Choose(UninstallCommand), AwaitBoxes(1),
                    Do("look",
                       [&](const MainDialogPage& page) {
-                          owner = static_cast<WindowId>(reinterpret_cast<std::uintptr_t>(page.Window()));
+                          owner = IdOf(page.Window());
                           EXPECT_TRUE(page.IsOpen());
                           EXPECT_EQ(page.Text(ApplicationField), L"N:\\New\\");
                           during = memory.CurrentState();
@@ -86,11 +84,7 @@ TEST_F(MainDialogUninstallTest, StaysWhereTheSettingsCannotBeApplied)
     Register(L"C:\\Setup\\setup.exe -x");
     memory.registry.RemoveValue(Hive::LocalMachine, ShellFoldersKey, L"Common Desktop");
     memory.messages.Expect();
-    EXPECT_EQ(Run({Choose(UninstallCommand),
-                   Await("wait for the message",
-                         [this](const MainDialogPage&) { return memory.messages.Shown().size() == 1; }),
-                   Press(IDCANCEL)}),
-              IDCANCEL);
+    EXPECT_EQ(Run({Choose(UninstallCommand), AwaitBoxes(1), Press(IDCANCEL)}), IDCANCEL);
     EXPECT_THAT(memory.shell.OpenedPrograms(), ElementsAre(Opened{L"C:\\Setup\\setup.exe", L"-x"}));
 }
 

@@ -26,11 +26,6 @@ using testing::SizeIs;
 constexpr const wchar_t* SplashClass = L"SiteKeeperSplash";
 constexpr const wchar_t* UnexpectedText = L"An unexpected error occurred. The operation was not completed.";
 
-WindowId IdOf(HWND window)
-{
-    return static_cast<WindowId>(reinterpret_cast<std::uintptr_t>(window));
-}
-
 class StartupTest : public ProgramTest
 {
 protected:

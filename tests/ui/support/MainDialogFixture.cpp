@@ -65,6 +65,12 @@ DriverStep DialogWorldTest::Key(WORD key)
             }};
 }
 
+DriverStep DialogWorldTest::AwaitBoxes(std::size_t count)
+{
+    return Await("wait for a message box",
+                 [this, count](const MainDialogPage& /*page*/) { return memory.messages.Shown().size() == count; });
+}
+
 std::wstring DialogWorldTest::Stored(Hive hive, const std::wstring& key, const wchar_t* name) const
 {
     const auto value = memory.registry.Find(hive, key, name);

@@ -12,6 +12,7 @@
 #include "support/ObservedShell.h"
 #include "support/StillClock.h"
 #include "support/TestClock.h"
+#include "win32/WindowIds.h"
 
 #include <windows.h>
 
@@ -44,6 +45,8 @@ protected:
     DriverStep Choose(int command);
     DriverStep ChooseSystem(int command);
     DriverStep Key(WORD key);
+    /// Waits until so many message boxes have been shown.
+    DriverStep AwaitBoxes(std::size_t count);
 
     /// Where the dialog is open; a page of nothing where it is not.
     [[nodiscard]] virtual MainDialogPage Page() const = 0;
