@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include <array>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -29,6 +30,20 @@ std::optional<std::pair<const void*, UINT>> Ask(const std::vector<std::byte>& bl
         return std::nullopt;
     }
     return std::pair<const void*, UINT>(value, length);
+}
+
+/// The first language and code page that the block names, as the names of its texts have them.
+std::wstring FirstLanguage(const std::vector<std::byte>& block)
+{
+    const auto translation = Ask(block, L"\\VarFileInfo\\Translation");
+    if (!translation) {
+        return L"";
+    }
+    std::array<WORD, 2> numbers{};
+    std::memcpy(numbers.data(), translation->first, sizeof numbers);
+    std::array<wchar_t, 16> text{};
+    ::wsprintfW(text.data(), L"%04x%04x", numbers[0], numbers[1]);
+    return text.data();
 }
 
 class VersionBlockBesideTheSystem : public testing::TestWithParam<const wchar_t*>
@@ -58,7 +73,7 @@ TEST_P(VersionBlockBesideTheSystem, ReadsTheSameTexts)
     for (const wchar_t* const key : {L"Comments", L"CompanyName", L"FileDescription", L"FileVersion", L"InternalName",
                                      L"LegalCopyright", L"LegalTrademarks", L"OriginalFilename", L"PrivateBuild",
                                      L"ProductName", L"ProductVersion", L"SpecialBuild"}) {
-        const std::wstring path = std::wstring(L"\\StringFileInfo\\040904e4\\") + key;
+        const std::wstring path = L"\\StringFileInfo\\" + FirstLanguage(bytes) + L"\\" + key;
         const auto ours = block.Query(path);
         const auto theirs = Ask(bytes, path);
         ASSERT_EQ(ours.has_value(), theirs.has_value()) << testing::PrintToString(path);
