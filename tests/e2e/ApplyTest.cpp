@@ -211,6 +211,19 @@ TEST_F(Apply, ValuesOfOtherTypesAreReplacedByText)
     ExpectEnd(run, expected);
 }
 
+TEST_F(Apply, AFolderWithADotAtItsEndIsStoredAsItStands)
+{
+    State expected = State::Take();
+    const ProgramRun run(Installation::Program());
+    const MainWindow main(run);
+    main.Type(Control::ApplicationPath, L"C:\\Elsewhere\\Dr. Suite.");
+    main.Type(Control::DatafilesPath, L"C:\\Elsewhere\\Data.\\");
+    ExpectFolders(expected, L"C:\\Suite\\", L"C:\\Elsewhere\\Dr. Suite.", L"C:\\Elsewhere\\Data.\\");
+    ExpectPosition(expected, main.Rectangle());
+    main.Click(Control::Ok);
+    ExpectEnd(run, expected);
+}
+
 TEST_P(ApplyTo, AnApplicationFolderOfAnyName)
 {
     if (GetParam().starts_with(L"C:\\Elsewhere\\")) {
@@ -238,6 +251,7 @@ INSTANTIATE_TEST_SUITE_P(Names, ApplyTo,
                          ::testing::Values(L"\\\\server\\CAD share\\Suite\\", L"C:\\Elsewhere\\Büro Müller\\Suite\\",
                                            L"C:\\Elsewhere\\Проекты\\Иван\\",
                                            L"C:\\Elsewhere\\O'Brien & Sons (2023)\\100% %s %d\\",
+                                           L"C:\\Elsewhere\\a = b\\[x]\\",
                                            // The longest target is 259, the shortest 252 characters.
                                            L"C:\\" + std::wstring(222, L'x') + L"\\",
                                            // Some targets fit, some do not.

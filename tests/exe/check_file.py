@@ -1,12 +1,15 @@
 #!/usr/bin/env python3
 """Reads a 64-bit Windows file and says what is wrong with it as a file to ship: hardening flags, imported libraries,
-manifest, exports, paths of the build machine. Prints one line for each finding; exit code 1 when there is one.
+manifest, version block, exports, paths of the build machine. Prints one line for each finding; exit code 1 when there is
+one.
 
-The layout is the published PE/COFF format."""
+The layouts are the published ones of PE/COFF files, application manifests and VS_VERSIONINFO."""
 import argparse
+import os
 import re
 import struct
 import sys
+import xml.etree.ElementTree as xml
 
 # Windows' own libraries. Anything else would have to be shipped beside the program.
 SYSTEM_LIBRARIES = {"advapi32.dll", "comctl32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll",
@@ -16,6 +19,9 @@ FLAGS = {0x0020: "high-entropy-va", 0x0040: "dynamicbase", 0x0100: "nxcompat"}
 TERMINAL_SERVER_AWARE = 0x8000
 RT_MANIFEST = 24
 RT_VERSION = 16
+# What the file's properties show of a version block.
+VERSION_TEXTS = ("CompanyName", "FileDescription", "FileVersion", "InternalName", "LegalCopyright", "OriginalFilename",
+                 "ProductName", "ProductVersion")
 
 
 class PeFile:
@@ -69,15 +75,85 @@ class PeFile:
         table = self.offset(names)
         return [self.text(struct.unpack_from("<I", self.data, table + 4 * i)[0]) for i in range(count)]
 
-    def resource_types(self):
-        if not self.directories[2][0]:
-            return set()
-        at = self.offset(self.directories[2][0])
+    def resource_entries(self, at):
+        """The numbers and places of a resource folder's entries; the place of a folder has the highest bit set."""
         named, numbered = struct.unpack_from("<HH", self.data, at + 12)
-        return {struct.unpack_from("<I", self.data, at + 16 + 8 * (named + i))[0] for i in range(numbered)}
+        return [struct.unpack_from("<II", self.data, at + 16 + 8 * i) for i in range(named + numbered)]
+
+    def resource(self, wanted):
+        """The first resource of a type; nothing when there is none."""
+        if not self.directories[2][0]:
+            return None
+        root = self.offset(self.directories[2][0])
+        place = dict(self.resource_entries(root)).get(wanted)
+        if place is None:
+            return None
+        while place & 0x80000000:
+            place = self.resource_entries(root + (place & 0x7FFFFFFF))[0][1]
+        address, size = struct.unpack_from("<II", self.data, root + place)
+        at = self.offset(address)
+        return self.data[at:at + size]
 
 
-def findings(data, exports=None, manifest=False, subsystem=None):
+def manifest_findings(manifest):
+    try:
+        root = xml.fromstring(manifest)
+    except xml.ParseError as error:
+        return [f"its manifest is no XML: {error}"]
+    found = []
+    elements = {element.tag.rpartition("}")[2]: element for element in root.iter()}
+    level = elements.get("requestedExecutionLevel")
+    if level is None or level.get("level") != "requireAdministrator" or level.get("uiAccess") != "false":
+        found.append("its manifest does not ask for an administrator")
+    names = {element.get("name"): element.get("version") for element in root.iter() if element.get("name")}
+    if names.get("Microsoft.Windows.Common-Controls") != "6.0.0.0":
+        found.append("its manifest does not take the common controls of version 6")
+    if "PerMonitorV2" not in (elements["dpiAwareness"].text if "dpiAwareness" in elements else ""):
+        found.append("its manifest does not know several resolutions")
+    return found
+
+
+def version_nodes(block, at=0):
+    """Names, values and children of the nodes of a version block, one behind the other."""
+    nodes = []
+    while at + 6 <= len(block):
+        length, value_length, kind = struct.unpack_from("<HHH", block, at)
+        if length < 6:
+            break
+        end = block.index(b"\0\0", at + 6)
+        end += (end - at) % 2
+        name = block[at + 6:end].decode("utf-16-le")
+        value_at = at + (end + 2 - at + 3) // 4 * 4
+        value_size = value_length * (2 if kind else 1)
+        value = block[value_at:value_at + value_size]
+        children_at = at + (value_at + value_size - at + 3) // 4 * 4
+        nodes.append((name, value, version_nodes(block[:at + length], children_at)))
+        at += (length + 3) // 4 * 4
+    return nodes
+
+
+def version_findings(block, file_name):
+    roots = version_nodes(block)
+    if not roots or len(roots[0][1]) != 52 or struct.unpack_from("<I", roots[0][1])[0] != 0xFEEF04BD:
+        return ["its version block has no fixed information"]
+    high, low = struct.unpack_from("<II", roots[0][1], 8)
+    number = f"{high >> 16}.{high & 0xFFFF}.{low >> 16}.{low & 0xFFFF}"
+    parts = {name: children for name, _, children in roots[0][2]}
+    languages = {name.lower(): children for name, _, children in parts.get("StringFileInfo", [])}
+    named = [f"{struct.unpack_from('<HH', value)[0]:04x}{struct.unpack_from('<HH', value)[1]:04x}"
+             for name, value, _ in parts.get("VarFileInfo", []) if name == "Translation" and len(value) >= 4]
+    if len(named) != 1 or named[0] not in languages:
+        return ["its version block does not name the language that it has"]
+    texts = {name: value.decode("utf-16-le").rstrip("\0") for name, value, _ in languages[named[0]]}
+    found = [f"its version block lacks {name}" for name in VERSION_TEXTS if not texts.get(name)]
+    if texts.get("FileVersion") != number:
+        found.append(f"its version is {number} in numbers and {texts.get('FileVersion')} in words")
+    if file_name and texts.get("OriginalFilename") != file_name:
+        found.append(f"its version block calls it {texts.get('OriginalFilename')}")
+    return found
+
+
+def findings(data, exports=None, manifest=False, subsystem=None, file_name=None):
     """What is wrong with the file, one sentence each."""
     pe = PeFile(data)
     found = []
@@ -94,10 +170,11 @@ def findings(data, exports=None, manifest=False, subsystem=None):
     found += [f"it imports {name}" for name in pe.imports() if name not in SYSTEM_LIBRARIES]
     if exports is not None and pe.exports() != exports:
         found.append(f"it exports {pe.exports()}")
-    if manifest and RT_MANIFEST not in pe.resource_types():
-        found.append("it has no manifest")
-    if RT_VERSION not in pe.resource_types():
-        found.append("it has no version block")
+    if manifest:
+        content = pe.resource(RT_MANIFEST)
+        found += ["it has no manifest"] if content is None else manifest_findings(content)
+    block = pe.resource(RT_VERSION)
+    found += ["it has no version block"] if block is None else version_findings(block, file_name)
     if subsystem == "gui" and pe.subsystem != 2:
         found.append("it opens a console")
     found += [f"it names the folder {path.decode()}"
@@ -114,7 +191,8 @@ def main():
     parser.add_argument("--subsystem", choices=["gui"])
     arguments = parser.parse_args()
     with open(arguments.file, "rb") as file:
-        found = findings(file.read(), arguments.exports, arguments.manifest, arguments.subsystem)
+        found = findings(file.read(), arguments.exports, arguments.manifest, arguments.subsystem,
+                         os.path.basename(arguments.file))
     for finding in found:
         print(f"{arguments.file}: {finding}")
     return 1 if found else 0

@@ -12,6 +12,10 @@ def changed(data, at, value, layout):
     return bytes(copy)
 
 
+def wide(text):
+    return text.encode("utf-16-le")
+
+
 def main():
     with open(sys.argv[1], "rb") as file:
         data = file.read()
@@ -26,6 +30,14 @@ def main():
         "it carries a time stamp": changed(data, header + 8, 1, "<I"),
         "it imports kernal32.dll": data.replace(b"KERNEL32.dll", b"KERNAL32.dll"),
         "it names the folder /home/me/site": data + b"/home/me/site",
+        "its manifest does not ask for an administrator": data.replace(b'"requireAdministrator"', b'"asInvoker"           '),
+        "its manifest does not take the common controls of version 6":
+            data.replace(b"Common-Controls", b"Common_Controls"),
+        "its manifest does not know several resolutions": data.replace(b"PerMonitorV2", b"PerMonitorV3"),
+        "its version block lacks CompanyName": data.replace(wide("CompanyName"), wide("CompanyNome")),
+        "its version block lacks ProductVersion": data.replace(wide("ProductVersion"), wide("ProductVersian")),
+        "its version block has no fixed information": data.replace(b"\xbd\x04\xef\xfe", b"\xbd\x04\xef\xff"),
+        "its version block does not name the language that it has": data.replace(wide("040904B0"), wide("040904B1")),
         "it opens a console": changed(data, header + 24 + 68, 3, "<H"),
     }
     failures = [f"not noticed: {flaw}" for flaw, copy in flaws.items()
