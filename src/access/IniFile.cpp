@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <exception>
 #include <optional>
 #include <utility>
 
@@ -57,12 +58,15 @@ std::vector<std::wstring_view> InOrder(const std::vector<std::wstring_view>& tex
 } // namespace
 
 CIniFile::CIniFile(FileSystem& files, const CodePage& codePage, std::wstring_view programPath)
-    : m_strFileName(DefaultFileName(programPath)), m_files(files), m_codePage(codePage)
+    : m_strFileName(DefaultFileName(programPath)), m_files(files), m_codePage(codePage),
+      m_errorsBefore(std::uncaught_exceptions())
 {}
 
 CIniFile::~CIniFile()
 {
-    if (m_bAutoSave == 0 || m_bDirty == 0) {
+    // An error has cut off what was being changed: half a list, or none, would let in who is not to be.
+    const bool isCutOff = std::uncaught_exceptions() > m_errorsBefore;
+    if (m_bAutoSave == 0 || m_bDirty == 0 || isCutOff) {
         return;
     }
     try {
@@ -97,9 +101,15 @@ int CIniFile::LoadFile()
 int CIniFile::Load(TextReader& file)
 {
     Clear();
-    const int result = Parse(file);
     m_bDirty = 0;
-    return result;
+    try {
+        return Parse(file);
+    } catch (...) {
+        // Saved later, a part of the file would take the place of all of it.
+        Clear();
+        m_bDirty = 0;
+        throw;
+    }
 }
 
 void CIniFile::Clear()
@@ -120,6 +130,19 @@ void CIniFile::Clear()
 int CIniFile::Parse(TextReader& file)
 {
     const std::uint8_t wasDirty = m_bDirty;
+    try {
+        ParseLines(file);
+    } catch (...) {
+        ForgetNewEntries();
+        m_bDirty = wasDirty;
+        throw;
+    }
+    m_bDirty = wasDirty;
+    return Success;
+}
+
+void CIniFile::ParseLines(TextReader& file)
+{
     Reserve(m_aKeys.size() + file.LikelyEntries());
     std::wstring_view line;
     while (file.ReadLine(line)) {
@@ -129,8 +152,6 @@ int CIniFile::Parse(TextReader& file)
         }
     }
     IndexNewEntries();
-    m_bDirty = wasDirty;
-    return Success;
 }
 
 void CIniFile::ParseLine(std::wstring_view line)
@@ -181,9 +202,19 @@ void CIniFile::IndexNewEntries()
             ++kept;
         }
     }
-    m_aSections.resize(kept);
-    m_aKeys.resize(kept);
-    m_aValues.resize(kept);
+    Shorten(kept);
+}
+
+void CIniFile::ForgetNewEntries() noexcept
+{
+    Shorten(m_index.Count());
+}
+
+void CIniFile::Shorten(std::size_t count) noexcept
+{
+    m_aSections.resize(count);
+    m_aKeys.resize(count);
+    m_aValues.resize(count);
 }
 
 void CIniFile::SetSection(std::wstring_view name)
@@ -211,7 +242,6 @@ void CIniFile::SetValue(std::wstring_view key, std::wstring_view value)
     if (value == (current == EntryIndex::None ? std::wstring_view() : m_aValues[current])) {
         return;
     }
-    m_bDirty = 1;
     if (number == EntryIndex::None) {
         m_index.Reserve(m_aKeys.size() + 1);
         AppendEntry(stripped, value);
@@ -219,6 +249,7 @@ void CIniFile::SetValue(std::wstring_view key, std::wstring_view value)
     } else {
         m_aValues[number] = value == m_aKeys[number] ? m_aKeys[number] : m_texts.Keep(value);
     }
+    m_bDirty = 1;
 }
 
 void CIniFile::SetBoolValue(std::wstring_view key, std::uint8_t value)

@@ -22,6 +22,8 @@ namespace sitekeeper {
 /// Names are compared with regard to case. Lines that are neither header nor entry are gone after a save.
 /// A lookup or an edit costs the same however many entries there are; what the operations mean is a walk from the
 /// first entry on.
+/// An operation that runs out of memory raises std::bad_alloc and has then changed nothing, neither entries nor file
+/// nor whether there is anything to save, but where it says otherwise.
 class CIniFile
 {
 public:
@@ -35,7 +37,8 @@ public:
     CIniFile(const CIniFile&) = delete;
     CIniFile& operator=(const CIniFile&) = delete;
 
-    /// Saves what changed, silently: a failed save is not reported.
+    /// Saves what changed, silently: a failed save is not reported. Nothing where an error ended what the store was
+    /// made for: the file keeps what it had.
     ~CIniFile();
 
     /// `programPath` without the ".", "e" and "x" characters at its end, whatever they belong to, and with ".ini".
@@ -45,17 +48,19 @@ public:
     int Open(const std::wstring& path);
 
     /// Loads the file in place of all entries. CannotOpen when it cannot be opened or read to its end; the entries are
-    /// then as they were.
+    /// then as they were. Without memory for the entries there are none, and nothing is to be saved.
     int LoadFile();
 
-    /// Takes the entries of an open file in place of all others; nothing is to be saved afterwards. Success.
+    /// Takes the entries of an open file in place of all others; nothing is to be saved afterwards. Success. Without
+    /// memory for all of them there are none.
     int Load(TextReader& file);
 
     /// Removes all entries.
     void Clear();
 
     /// Adds the entries of an open file, section by section, from the current section on; the last header becomes the
-    /// current section. Whether there is anything to save is as before. Success.
+    /// current section. Whether there is anything to save is as before. Success. Without memory for all of them the
+    /// first ones are added.
     int Parse(TextReader& file);
 
     /// Writes the file where something is to be saved, or else when `isForced`, and sorts the entries. CannotCreate
@@ -75,7 +80,7 @@ public:
     /// Sets a key to the number in decimal: 1 for true.
     void SetBoolValue(std::wstring_view key, std::uint8_t value);
 
-    /// Sets the keys to the values, as far as there are both.
+    /// Sets the keys to the values, as far as there are both and there is memory.
     void SetValues(const std::vector<std::wstring>& keys, const std::vector<std::wstring>& values);
 
     /// Keys and values of the current section, in the order of the entries, in place of what the arrays held.
@@ -110,7 +115,11 @@ private:
     /// Makes the entries that the index does not know, a batch at most, known to it; those that only set another one's
     /// value do so and are gone. Looking for several at once lets their places in the index come from memory together.
     void IndexNewEntries();
+    void ForgetNewEntries() noexcept;
+    /// Leaves the first `count` entries, all of which the index knows.
+    void Shorten(std::size_t count) noexcept;
     void Reserve(std::size_t count);
+    void ParseLines(TextReader& file);
     void ParseLine(std::wstring_view line);
     bool WriteInOrder(const std::vector<std::uint32_t>& order);
     [[nodiscard]] bool EncodeEntries(std::span<const std::uint32_t> numbers, std::string& bytes) const;
@@ -132,6 +141,8 @@ private:
     // apart, and the index finds entries by section and key.
     FileSystem& m_files;
     const CodePage& m_codePage;
+    /// How many errors were on their way when the store was made.
+    int m_errorsBefore;
     TextPool m_texts;
     std::unordered_set<std::wstring_view> m_sectionNames;
     /// The current section's name in the pool; nothing while no value was ever set in it.

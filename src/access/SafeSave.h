@@ -12,7 +12,8 @@ namespace sitekeeper {
 /// a full disk, a lost share) leaves the old content or the new one: it is written to a neighbour, flushed, and put in
 /// the file's place in one step. Where no neighbour can be made or moved, the file itself is written over and, should
 /// that fail, its old content put back; an interruption there can leave a mixture. False when the file may not be
-/// written or a step failed; it is then as it was, and no neighbour is left.
+/// written or a step failed; it is then as it was, and no neighbour is left. The same holds where a step raises an
+/// error, which is passed on.
 bool SaveContent(FileSystem& files, const std::wstring& path, std::string_view bytes);
 
 /// The neighbour through which `path` is written: its last character replaced by "~", so that it is no longer than the

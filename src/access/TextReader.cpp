@@ -23,7 +23,6 @@ bool TextReader::ReadLine(std::wstring_view& line)
     // be plain, this one is decoded for nothing, to the same characters.
     const std::string_view steps =
         std::string_view(m_content).substr(m_position, (bytes.size() + StepSize - 1) / StepSize * StepSize);
-    m_position = end + 1;
     if (found != std::string::npos && bytes.ends_with('\r')) {
         bytes.remove_suffix(1);
     }
@@ -32,11 +31,12 @@ bool TextReader::ReadLine(std::wstring_view& line)
     }
     if (WidenPlainText(steps, m_line.data())) {
         line = std::wstring_view(m_line.data(), bytes.size());
-        return true;
+    } else {
+        m_line.clear();
+        m_codePage.Decode(bytes, m_line);
+        line = m_line;
     }
-    m_line.clear();
-    m_codePage.Decode(bytes, m_line);
-    line = m_line;
+    m_position = end + 1;
     return true;
 }
 

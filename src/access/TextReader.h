@@ -18,7 +18,8 @@ public:
     TextReader(std::string content, const CodePage& codePage) : m_content(std::move(content)), m_codePage(codePage) {}
 
     /// The next line, without its line end: "\n", or "\r\n" as one. An unended last line counts, an empty one behind
-    /// the last line end does not. False at the end. `line` is good until the next call.
+    /// the last line end does not. False at the end. `line` is good until the next call. A line
+    /// for which there is no memory comes again.
     bool ReadLine(std::wstring_view& line);
 
     /// About how many entries the rest of the file holds, for making room: a guess from its first lines.

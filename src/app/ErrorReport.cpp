@@ -36,7 +36,11 @@ std::wstring DescribeError(const std::exception_ptr& error)
 
 void ReportError(MessageBoxes& messages, WindowId owner, const std::exception_ptr& error)
 {
-    messages.Show(owner, DescribeError(error), ProductTitle, MessageStyle::Error);
+    try {
+        messages.Show(owner, DescribeError(error), ProductTitle, MessageStyle::Error);
+        // Whoever reports an error stands where nobody else would catch one, and the program is to go on.
+    } catch (const std::bad_alloc&) { // NOLINT(bugprone-empty-catch)
+    }
 }
 
 } // namespace sitekeeper

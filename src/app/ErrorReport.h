@@ -13,7 +13,8 @@ namespace sitekeeper {
 [[nodiscard]] std::wstring DescribeError(const std::exception_ptr& error);
 
 /// Tells the administrator of `error` in one message with the product's title. Called outside any window message, so
-/// that the message box's own loop disturbs nothing half done.
+/// that the message box's own loop disturbs nothing half done. Where there is no memory for the message either, it is
+/// not shown, and no further error comes of it.
 void ReportError(MessageBoxes& messages, WindowId owner, const std::exception_ptr& error);
 
 } // namespace sitekeeper

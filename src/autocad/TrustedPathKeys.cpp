@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <iterator>
 #include <string_view>
+#include <utility>
 
 namespace sitekeeper {
 namespace {
@@ -53,6 +54,9 @@ void FindAutoCADTrustedPathKeys(const Registry& registry, std::vector<std::wstri
     std::vector<std::wstring> accepted;
     std::copy_if(names.begin(), names.end(), std::back_inserter(accepted), IsAccepted);
 
+    // Entries of the two belong together: without memory for all of them there are none.
+    std::vector<std::wstring> foundKeys;
+    std::vector<std::wstring> foundReleases;
     std::wstring releaseKey;
     std::wstring key;
     for (const std::wstring& release : accepted) {
@@ -63,11 +67,13 @@ void FindAutoCADTrustedPathKeys(const Registry& registry, std::vector<std::wstri
             const std::wstring paths =
                 FindRegistryText(registry, Hive::LocalMachine, key, L"", KeyAccess::QueryValue).value_or(NoSetting);
             if (paths != NoSetting) {
-                keys.push_back(key);
-                releases.push_back(release.substr(0, PrefixLength));
+                foundKeys.push_back(key);
+                foundReleases.push_back(release.substr(0, PrefixLength));
             }
         }
     }
+    keys = std::move(foundKeys);
+    releases = std::move(foundReleases);
 }
 
 } // namespace sitekeeper

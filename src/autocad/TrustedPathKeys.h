@@ -17,7 +17,7 @@ RegistryStatus EnumRegistrySubKeys(const Registry& registry, const std::wstring&
 /// in its order: into `keys` the key below HKEY_LOCAL_MACHINE whose unnamed value holds the product's trusted paths,
 /// into `releases`, at the same place, the first three characters of its release ("R24"). Left out are products without
 /// that value, with one that is longer than TextValueLimit bytes or reads "DEFAULT", and all that cannot be read. An
-/// empty value counts. Nothing is reported.
+/// empty value counts. Nothing is reported. Without memory for all of them both lists are empty.
 void FindAutoCADTrustedPathKeys(const Registry& registry, std::vector<std::wstring>& keys,
                                 std::vector<std::wstring>& releases);
 

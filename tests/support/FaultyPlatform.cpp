@@ -323,8 +323,8 @@ private:
 
 struct FaultyPlatform::Forwarders
 {
-    Forwarders(const Platform& inner, int failingCall)
-        : plan(failingCall), registry(inner.registry, plan), files(inner.files, plan), shell(inner.shell, plan),
+    Forwarders(const Platform& inner, FaultPlan faults)
+        : plan(std::move(faults)), registry(inner.registry, plan), files(inner.files, plan), shell(inner.shell, plan),
           folders(inner.folders, plan), messages(inner.messages, plan), modules(inner.modules, plan),
           environment(inner.environment, plan), accounts(inner.accounts, plan), clock(inner.clock, plan),
           help(inner.help, plan), codePage(inner.codePage, plan), clipboard(inner.clipboard, plan),
@@ -351,8 +351,8 @@ struct FaultyPlatform::Forwarders
     FaultyPrinter printer;
 };
 
-FaultyPlatform::FaultyPlatform(const Platform& inner, int failingCall)
-    : m_forwarders(std::make_unique<Forwarders>(inner, failingCall))
+FaultyPlatform::FaultyPlatform(const Platform& inner, FaultPlan plan)
+    : m_forwarders(std::make_unique<Forwarders>(inner, std::move(plan)))
 {}
 
 FaultyPlatform::~FaultyPlatform() = default;

@@ -2,6 +2,7 @@
 // an operation is run through each of its possible failures in turn.
 #pragma once
 
+#include "support/FaultPlan.h"
 #include "support/MemoryPlatform.h"
 
 #include <exception>
@@ -16,8 +17,10 @@ namespace sitekeeper {
 class FaultyPlatform
 {
 public:
-    /// Call number `failingCall`, from 1, fails without reaching `inner`; 0 lets all pass.
-    FaultyPlatform(const Platform& inner, int failingCall);
+    /// The calls that `plan` picks fail without reaching `inner`; what `inner` refers to must outlive it.
+    FaultyPlatform(const Platform& inner, FaultPlan plan);
+    /// Call number `failingCall`, from 1, fails; 0 lets all pass.
+    FaultyPlatform(const Platform& inner, int failingCall) : FaultyPlatform(inner, FaultPlan(failingCall)) {}
     FaultyPlatform(const FaultyPlatform&) = delete;
     FaultyPlatform& operator=(const FaultyPlatform&) = delete;
     ~FaultyPlatform();
@@ -46,6 +49,8 @@ struct FaultedRun
     std::wstring failed;
     std::vector<std::wstring> calls;
     State before;
+    /// Just before the failing call; empty without one.
+    State atFailure;
     State after;
     /// The code of the PlatformError that came out of the operation.
     std::optional<ResultCode> raised;
@@ -57,13 +62,18 @@ struct Sweep
     std::function<void(MemoryPlatform&)> prepare;
     std::function<void(const Platform&)> operation;
     std::function<void(const FaultedRun&)> check;
+    /// Looks at the runs whose failing call raised std::bad_alloc, where more is promised than for all operations.
+    std::function<void(const FaultedRun&)> checkOutOfMemory{};
 };
 
 /// Runs the operation on a fresh platform with no failing call.
 [[nodiscard]] FaultedRun RunUntouched(const Sweep& sweep);
 
 /// Runs the operation on fresh platforms with the first, the second, the third … call failing, and lets `check` look
-/// at each run, until a run has no such call. Gives the number of runs that were checked.
+/// at each run, until a run has no such call. Gives the number of failure points.
+/// What no operation may do is looked at here: raise anything but a PlatformError, keep the component runtime or a
+/// document, do anything else before the failing call than a run without one. It holds also where all calls from that
+/// one on fail and where the call raises std::bad_alloc; `check` does not see those runs.
 int SweepFailures(const Sweep& sweep);
 
 } // namespace sitekeeper

@@ -19,6 +19,14 @@ inline void ExpectUntouchedBut(const std::wstring& part, const FaultedRun& run, 
     EXPECT_EQ(run.after, expected);
 }
 
+/// What was written before the call failed is still there. The component runtime, which was entered, was left.
+inline void ExpectWrittenStays(const FaultedRun& run)
+{
+    State gone = Removed(Added(run.before, run.atFailure), run.after);
+    std::erase_if(gone, [](const std::wstring& line) { return line.starts_with(L"component runtime"); });
+    EXPECT_EQ(gone, State{});
+}
+
 /// The failing call was of this kind ("write ", "exists ", …).
 [[nodiscard]] inline bool Is(const FaultedRun& run, const wchar_t* kind)
 {

@@ -1,6 +1,6 @@
 #include "autocad/OemInstaller.h"
 
-#include "support/StateChecks.h"
+#include "support/MemoryPlatform.h"
 
 #include <gtest/gtest.h>
 
@@ -75,36 +75,6 @@ TEST_F(OemInstallerTest, SaysWhatCouldNotBeStarted)
     EXPECT_TRUE(memory.processes.AllStarted().empty());
     EXPECT_EQ(memory.messages.Shown(), std::vector<Box>({{WindowId{7}, L"Error creating process:\nD:\\%s\\\\setup.exe",
                                                           L"SiteKeeper", MessageStyle::Error}}));
-}
-
-TEST(OemInstallerSweep, LosesNothingButWhatFailed)
-{
-    const Sweep sweep{[](MemoryPlatform& memory) {
-                          SettingsOn(memory.Ports()).WriteFolder(SuiteFolder::Program, L"C:\\Suite\\");
-                          memory.folders.ExpectChoice(L"D:\\I");
-                          memory.processes.AddProgram(L"D:\\I\\setup.exe");
-                          memory.messages.AnswerAll(Answer::Ok);
-                      },
-                      [](const Platform& ports) {
-                          if (const auto setup = ChooseOemSetup(SettingsOn(ports), ports.folders)) {
-                              StartOemSetup(ports.processes, ports.messages, WindowId::None, L"SiteKeeper", *setup);
-                          }
-                      },
-                      [](const FaultedRun& run) {
-                          EXPECT_FALSE(run.raised);
-                          const State added = Added(run.before, run.after);
-                          if (Is(run, L"read ")) {
-                              EXPECT_EQ(added, State{L"started D:\\I\\\\setup.exe : /t /qb /c AOEM: "
-                                                     L"INSTALLDIR=\"\\Engine\""});
-                          } else if (Is(run, L"choose ")) {
-                              EXPECT_EQ(added, State{});
-                          } else {
-                              EXPECT_TRUE(Is(run, L"start "));
-                              EXPECT_EQ(added, State{L"box SiteKeeper: Error creating process:\nD:\\I\\\\setup.exe"});
-                          }
-                          EXPECT_EQ(Removed(run.before, run.after), State{});
-                      }};
-    EXPECT_EQ(SweepFailures(sweep), 3);
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 // A file's new content: there whole, or the old one is.
 #include "access/SafeSave.h"
 
+#include "support/FaultyPlatform.h"
 #include "support/InterruptedFiles.h"
-#include "support/StateChecks.h"
 
 #include <gtest/gtest.h>
 
@@ -152,58 +152,26 @@ TEST_F(SafeSaveTest, LeavesOldOrNewOnADiskOfAnyRoom)
     }
 }
 
-/// Runs a save with each of its calls failing in turn. Gives how many runs ended well all the same.
-int SweepSave(Way way, int& runs)
+TEST(SafeSaveOutOfMemory, LeavesNoNeighbourAndNoMixture)
 {
-    bool isSaved = false;
-    int saved = 0;
-    const std::wstring oldLine = std::wstring(L"file ") + Path + L" = \"the old content, which is the longer one\"";
-    const std::wstring newLine = std::wstring(L"file ") + Path + L" = \"the new content\"";
-    const Sweep sweep{[way](MemoryPlatform& memory) { Prepare(memory.files, way); },
-                      [&isSaved](const Platform& ports) { isSaved = SaveContent(ports.files, Path, New); },
-                      [&](const FaultedRun& run) {
-                          EXPECT_FALSE(run.raised);
-                          if (isSaved) {
-                              ++saved;
-                              EXPECT_EQ(Added(run.before, run.after), State{newLine});
-                          } else {
-                              EXPECT_EQ(run.after, run.before); // no neighbour either
-                          }
-                      }};
-    runs = SweepFailures(sweep);
-    return saved;
-}
-
-TEST(SafeSaveSweep, LeavesOldOrNewWhicheverCallFails)
-{
-    int runs = 0;
-    // Exists, open, make the neighbour, write, flush, move over. Saved all the same without the first, which finds the
-    // file missing, and in place without the third and the last.
-    EXPECT_EQ(SweepSave(Way::Beside, runs), 3);
-    EXPECT_EQ(runs, 6);
-}
-
-TEST(SafeSaveSweep, LeavesOldOrNewWhicheverCallOfAMissingFilesSaveFails)
-{
-    int runs = 0;
-    // Exists, make the neighbour (which is refused anyhow), make the file, write, end, flush.
-    EXPECT_EQ(SweepSave(Way::InPlaceOfAMissingFile, runs), 2);
-    EXPECT_EQ(runs, 6);
-}
-
-TEST(SafeSaveSweep, PutsTheOldContentBackWhicheverCallInPlaceFails)
-{
-    bool isSaved = false;
-    const Sweep sweep{[](MemoryPlatform& memory) { Prepare(memory.files, Way::InPlace); },
-                      [&isSaved](const Platform& ports) { isSaved = SaveContent(ports.files, Path, New); },
-                      [&isSaved](const FaultedRun& run) {
-                          if (Is(run, L"exists ")) {
-                              return; // two faults at once: nothing promised it could be told from a missing file
-                          }
-                          EXPECT_EQ(isSaved, Is(run, L"make file "));
-                          EXPECT_EQ(run.after == run.before, !isSaved);
-                      }};
-    EXPECT_EQ(SweepFailures(sweep), 8); // exists, open, make the neighbour, read, open, write, end, flush
+    int raised = 0;
+    for (const Way way : {Way::Beside, Way::InPlace, Way::InPlaceOfAMissingFile}) {
+        for (int number = 1; number <= 8; ++number) {
+            SCOPED_TRACE(std::to_string(static_cast<int>(way)) + ", call " + std::to_string(number));
+            MemoryPlatform memory;
+            Prepare(memory.files, way);
+            const auto before = memory.files.Listing();
+            FaultyPlatform faulty(memory.Ports(), FaultPlan(number, FaultKind::OutOfMemory));
+            try {
+                EXPECT_TRUE(SaveContent(faulty.Ports().files, Path, New));
+                EXPECT_FALSE(faulty.HasFailed());
+            } catch (const std::bad_alloc&) {
+                ++raised;
+                EXPECT_EQ(memory.files.Listing(), before);
+            }
+        }
+    }
+    EXPECT_EQ(raised, 6 + 8 + 6);
 }
 
 TEST(SafeSaveInterruption, LeavesOldOrNewWhereverItHappens)

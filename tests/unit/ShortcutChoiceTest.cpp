@@ -1,7 +1,6 @@
 #include "shortcuts/ShortcutChoice.h"
 
 #include "shortcuts/ShortcutCatalogue.h"
-#include "support/FaultyPlatform.h"
 #include "support/SuiteFixture.h"
 
 #include <gtest/gtest.h>
@@ -141,34 +140,6 @@ TEST_F(ShortcutChoice, RemovesRealShortcutsToo)
     memory.files.WriteShortcut(onDesktop, ShortcutTo(L"N:\\Suite\\", L"SiteKeeper64.exe"));
     Remove(SiteKeeper);
     EXPECT_FALSE(memory.files.Exists(onDesktop));
-}
-
-TEST(ShortcutChoiceSweep, LosesNothingButWhatFailed)
-{
-    FaultedRun untouched;
-    const std::wstring asked = std::wstring(ProgramsFolder) + L"Site Keeper.lnk";
-    const Sweep sweep{[](MemoryPlatform& memory) {
-                          InstallShortcuts(memory);
-                          memory.files.Remove(std::wstring(DesktopFolder) + L"Site Keeper.lnk");
-                      },
-                      [](const Platform& ports) {
-                          PlaceShortcut(ports.files, ports.registry, SiteKeeper);
-                          RemoveShortcut(ports.files, ports.registry, NormKeeper);
-                      },
-                      [&](const FaultedRun& run) {
-                          EXPECT_FALSE(run.raised);
-                          for (const std::wstring& line : Removed(run.before, run.after)) {
-                              // A file that cannot be asked for counts as missing, and is emptied: deliberate.
-                              const bool isTaken = run.failed == L"exists " + asked && line.find(asked) == 5;
-                              EXPECT_TRUE(isTaken || line.find(L"Norm Keeper") != std::wstring::npos)
-                                  << testing::PrintToString(line);
-                          }
-                          for (const std::wstring& line : Added(run.before, run.after)) {
-                              EXPECT_TRUE(line.ends_with(L"Site Keeper.lnk = \"\"")) << testing::PrintToString(line);
-                          }
-                      }};
-    untouched = RunUntouched(sweep);
-    EXPECT_EQ(SweepFailures(sweep), static_cast<int>(untouched.calls.size()));
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 // The update reminder: when it is due, what it reads and writes, what it asks.
-#include "unit/UpdateFixture.h"
+#include "support/UpdateFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -220,29 +220,6 @@ TEST_F(UpdateCheckTest, CountsDaysInSecondsAcrossAChangeOfTheClock)
     memory.web.Publish(Address, "");
     Run();
     EXPECT_EQ(StoredDate(), L"2024-04-05 01:00:00");
-}
-
-TEST(UpdateCheckSweep, AnyFailingCallLeavesTheReminderArmedOrUntouched)
-{
-    const TimeZoneScope zone(Utc);
-    const Sweep sweep = {
-        .prepare =
-            [](MemoryPlatform& memory) {
-                Install(memory);
-                memory.messages.AnswerAll(Answer::Yes);
-            },
-        .operation = [](const Platform& ports) { Check(ports); },
-        .check =
-            [](const FaultedRun& run) {
-                for (const std::wstring& line : Removed(run.before, run.after)) {
-                    EXPECT_NE(line.find(L"CheckWebVersion"), std::wstring::npos) << testing::PrintToString(line);
-                }
-                if (run.raised) {
-                    EXPECT_EQ(run.raised, ResultCode::InvalidArgument);
-                }
-            },
-    };
-    EXPECT_GT(SweepFailures(sweep), 15);
 }
 
 } // namespace

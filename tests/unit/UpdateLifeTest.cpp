@@ -1,5 +1,5 @@
 // The life of the reminder's two values: each situation at a start, and what it leaves.
-#include "unit/UpdateFixture.h"
+#include "support/UpdateFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

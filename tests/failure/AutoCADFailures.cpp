@@ -1,6 +1,8 @@
-// The rules of the trusted paths, with each of their calls of the registry failing in turn.
+// What is done for AutoCAD, with each of its calls of the platform failing in turn.
+#include "autocad/OemInstaller.h"
 #include "autocad/TrustedPathKeys.h"
 #include "autocad/TrustedPaths.h"
+#include "PlatformFailures.h"
 #include "support/AutoCADTree.h"
 #include "support/StateChecks.h"
 
@@ -15,6 +17,8 @@ const std::wstring FirstKey = PathsKey(L"R21.0", L"A");
 const std::wstring SecondKey = PathsKey(L"R24.0", L"B");
 const std::wstring ThirdKey = PathsKey(L"R24.0", L"C");
 
+constexpr const wchar_t* Done = L"The ORIVEL LX file paths have been added to the AutoCAD Trusted Paths. ";
+
 /// Three products; the first two hold their folder, the second behind the place where the search in the first stops.
 void Prepare(MemoryPlatform& memory)
 {
@@ -24,7 +28,8 @@ void Prepare(MemoryPlatform& memory)
     AddProduct(memory.registry, L"R24.0", L"C", L"C:\\Z");
 }
 
-TEST(EnumRegistrySubKeysSweep, SkipsANameAndGivesTheLastStepsStatus)
+/// A name that cannot be read is skipped; the status is the last step's.
+int EnumerateSubKeys()
 {
     Texts names;
     RegistryStatus status{};
@@ -44,12 +49,14 @@ TEST(EnumRegistrySubKeysSweep, SkipsANameAndGivesTheLastStepsStatus)
                           const bool isLast = run.number == 1 || run.number == 4;
                           EXPECT_EQ(status, isLast ? InjectedStatus : RegistryStatus::Success);
                       }};
-    EXPECT_EQ(SweepFailures(sweep), 4); // the opening and three names
+    const int points = SweepFailures(sweep); // the opening and three names
     EXPECT_EQ(names, (Texts{L"a", L"b", L"c"}));
     EXPECT_EQ(status, RegistryStatus::Success);
+    return points;
 }
 
-TEST(FindAutoCADTrustedPathKeysSweep, LosesNothingButWhatFailed)
+/// Nothing is lost but what failed.
+int FindProducts()
 {
     Texts keys;
     Texts releases;
@@ -84,8 +91,9 @@ TEST(FindAutoCADTrustedPathKeysSweep, LosesNothingButWhatFailed)
             EXPECT_EQ(isRead, std::wstring(row.call).starts_with(L"read "));
             EXPECT_TRUE(isRead || run.failed == row.call) << row.call;
         }};
-    EXPECT_EQ(SweepFailures(sweep), 11);
+    const int points = SweepFailures(sweep);
     EXPECT_EQ(keys, (Texts{FirstKey, SecondKey, ThirdKey}));
+    return points;
 }
 
 /// What a run leaves in the three products, and whether it ended with the error.
@@ -97,7 +105,8 @@ struct Left
     bool hasRaised = false;
 };
 
-TEST(AddTrustedPathsSweep, GoesOnWithWhatCouldBeRead)
+/// Goes on with what could be read; a search that cannot begin ends it.
+int ExtendTheTrustedPaths()
 {
     const std::wstring a = L"S\\Designer\\common\\R21";
     const std::wstring b = L"C:\\A;C:\\B;C:\\C;C:\\D;C:\\E;S\\Designer\\common\\R24";
@@ -122,10 +131,20 @@ TEST(AddTrustedPathsSweep, GoesOnWithWhatCouldBeRead)
         {a, FiveFolders(L"S", L"R24"), c, true},           // likewise
         {a, b, FiveFolders(L"S", L"R24"), false},          // likewise
         {a, b, c, false},                                  // the write, at whose result nobody looks
+        {a, b, cDone, false},                              // the message that all is done
     };
     Texts keys;
     Texts releases;
-    const Sweep sweep{Prepare, [&](const Platform& ports) { AddTrustedPaths(ports.registry, keys, releases); },
+    const auto prepare = [](MemoryPlatform& memory) {
+        Prepare(memory);
+        memory.messages.AnswerAll(Answer::Ok);
+    };
+    const Sweep sweep{prepare,
+                      [&](const Platform& ports) {
+                          // As the command does, which tells of the end only where it comes.
+                          AddTrustedPaths(ports.registry, keys, releases);
+                          ports.messages.Show(WindowId::None, Done, L"Site Keeper", MessageStyle::Ok);
+                      },
                       [&](const FaultedRun& run) {
                           ASSERT_LE(run.number, static_cast<int>(std::size(rows)));
                           const Left& left = rows[run.number - 1];
@@ -134,12 +153,72 @@ TEST(AddTrustedPathsSweep, GoesOnWithWhatCouldBeRead)
                           AddProduct(expected.registry, L"R21.0", L"A", left.first);
                           AddProduct(expected.registry, L"R24.0", L"B", left.second);
                           AddProduct(expected.registry, L"R24.0", L"C", left.third);
+                          if (!left.hasRaised && !Is(run, L"show ")) {
+                              expected.messages.AnswerAll(Answer::Ok);
+                              expected.messages.Show(WindowId::None, Done, L"Site Keeper", MessageStyle::Ok);
+                          }
                           EXPECT_EQ(run.after, expected.CurrentState());
                           EXPECT_EQ(run.raised,
                                     left.hasRaised ? std::optional(ResultCode::InvalidArgument) : std::nullopt);
                       }};
-    EXPECT_EQ(SweepFailures(sweep), static_cast<int>(std::size(rows)));
+    return SweepFailures(sweep);
+}
+
+int InstallTheOemEngine()
+{
+    const Sweep sweep{[](MemoryPlatform& memory) {
+                          SettingsOn(memory.Ports()).WriteFolder(SuiteFolder::Program, L"C:\\Suite\\");
+                          memory.folders.ExpectChoice(L"D:\\I");
+                          memory.processes.AddProgram(L"D:\\I\\setup.exe");
+                          memory.messages.AnswerAll(Answer::Ok);
+                      },
+                      [](const Platform& ports) {
+                          if (const auto setup = ChooseOemSetup(SettingsOn(ports), ports.folders)) {
+                              StartOemSetup(ports.processes, ports.messages, WindowId::None, L"SiteKeeper", *setup);
+                          }
+                      },
+                      [](const FaultedRun& run) {
+                          EXPECT_FALSE(run.raised);
+                          const State added = Added(run.before, run.after);
+                          if (Is(run, L"read ")) {
+                              EXPECT_EQ(added, State{L"started D:\\I\\\\setup.exe : /t /qb /c AOEM: "
+                                                     L"INSTALLDIR=\"\\Engine\""});
+                          } else if (Is(run, L"choose ")) {
+                              EXPECT_EQ(added, State{});
+                          } else {
+                              EXPECT_TRUE(Is(run, L"start "));
+                              EXPECT_EQ(added, State{L"box SiteKeeper: Error creating process:\nD:\\I\\\\setup.exe"});
+                          }
+                          EXPECT_EQ(Removed(run.before, run.after), State{});
+                      }};
+    return SweepFailures(sweep);
+}
+
+int MissTheOemEngine()
+{
+    const Sweep sweep{
+        [](MemoryPlatform& memory) { memory.messages.AnswerAll(Answer::Ok); },
+        [](const Platform& ports) {
+            StartOemSetup(ports.processes, ports.messages, WindowId::None, L"SiteKeeper", {L"D:\\setup.exe", L"/t"});
+        },
+        [](const FaultedRun& run) {
+            EXPECT_FALSE(run.raised);
+            const State told{L"box SiteKeeper: Error creating process:\nD:\\setup.exe"};
+            EXPECT_EQ(run.after == run.before, Is(run, L"show "));
+            EXPECT_EQ(Added(run.before, run.after), Is(run, L"show ") ? State{} : told);
+        }};
+    return SweepFailures(sweep);
 }
 
 } // namespace
+
+SweptOperations AutoCADOperations()
+{
+    return {{"enumerate sub-keys", EnumerateSubKeys},
+            {"find the AutoCAD products", FindProducts},
+            {"add the trusted paths", ExtendTheTrustedPaths},
+            {"install the OEM engine", InstallTheOemEngine},
+            {"miss the OEM installer", MissTheOemEngine}};
+}
+
 } // namespace sitekeeper

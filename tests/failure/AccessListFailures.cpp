@@ -1,5 +1,6 @@
 // The access lists with each call of the platform failing in turn.
 #include "access/AccessLists.h"
+#include "PlatformFailures.h"
 #include "support/StateChecks.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +21,24 @@ void Prepare(MemoryPlatform& memory)
     memory.accounts.AddServer(L"", {L"carol"});
 }
 
-/// Runs `operation` on the lists, each call failing in turn, and lets `check` look at what became of the file.
+const std::wstring Untouched = L"\"[SiteKeeper]\nzoe = zoe\nbob = bob\n\"";
+
+/// What stands in the file, which has no neighbour.
+std::wstring FileIn(const State& state)
+{
+    const std::wstring line = std::wstring(L"file ") + File + L" = ";
+    std::wstring file;
+    std::size_t files = 0;
+    for (const std::wstring& each : state) {
+        files += each.starts_with(L"file N:\\Data\\") && !each.ends_with(L'\\') ? 1U : 0U;
+        file = each.starts_with(line) ? each.substr(line.size()) : file;
+    }
+    EXPECT_EQ(files, 1U);
+    return file;
+}
+
+/// Runs `operation` on the lists, each call failing in turn, and lets `check` look at what became of the file. An
+/// operation that an error ends leaves the file as it was.
 int SweepLists(const std::function<void(const AccessLists&)>& operation,
                const std::function<void(const FaultedRun&, const std::wstring& file)>& check)
 {
@@ -31,19 +49,10 @@ int SweepLists(const std::function<void(const AccessLists&)>& operation,
                           },
                           [&check](const FaultedRun& run) {
                               EXPECT_FALSE(run.raised);
-                              const std::wstring line = std::wstring(L"file ") + File + L" = ";
-                              std::wstring file;
-                              std::size_t files = 0;
-                              for (const std::wstring& each : run.after) {
-                                  files += each.starts_with(L"file N:\\Data\\") && !each.ends_with(L'\\') ? 1U : 0U;
-                                  file = each.starts_with(line) ? each.substr(line.size()) : file;
-                              }
-                              EXPECT_EQ(files, 1U); // no neighbour
-                              check(run, file);
-                          }});
+                              check(run, FileIn(run.after));
+                          },
+                          [](const FaultedRun& run) { EXPECT_EQ(FileIn(run.after), Untouched); }});
 }
-
-const std::wstring Untouched = L"\"[SiteKeeper]\nzoe = zoe\nbob = bob\n\"";
 
 /// A call without which nothing is written; each other one has a way around it.
 bool IsNeededForWriting(const FaultedRun& run)
@@ -52,9 +61,10 @@ bool IsNeededForWriting(const FaultedRun& run)
            Is(run, L"encode ");
 }
 
-TEST(AccessListsSweep, WritesAListWholeOrNotAtAll)
+/// A list is written whole or not at all.
+int WriteAList()
 {
-    const int runs = SweepLists(
+    return SweepLists(
         [](const AccessLists& lists) {
             lists.WriteAccessList(AccessList::SheetWriter, {L"ren\u00E9", L"eve"});
         },
@@ -68,13 +78,54 @@ TEST(AccessListsSweep, WritesAListWholeOrNotAtAll)
                 EXPECT_EQ(file, L"\"" + written + L"\r\n[SiteKeeper]\r\nbob = bob\r\nzoe = zoe\r\n\"");
             }
         });
-    EXPECT_GE(runs, 9); // registry, read, exists, open, make, write, flush, move, and the code page at least once
 }
 
-TEST(AccessListsSweep, RebuildsTheGeneralListFromWhatCanBeHad)
+int EmptyAList()
+{
+    return SweepLists([](const AccessLists& lists) { lists.WriteAccessList(AccessList::SiteKeeper, {}); },
+                      [](const FaultedRun& run, const std::wstring& file) {
+                          // A file that could not be read has no such list either: there is nothing to write.
+                          EXPECT_EQ(file, IsNeededForWriting(run) || Is(run, L"read file ") ? Untouched : L"\"\"");
+                      });
+}
+
+/// The general list is read as it stands.
+int ReadTheGeneralList()
 {
     Names names;
-    const int runs = SweepLists(
+    return SweepLists(
+        [&names](const AccessLists& lists) {
+            names = {L"from before"};
+            lists.ReadAccessList(AccessList::General, names, Rebuild::No);
+        },
+        [&names](const FaultedRun& run, const std::wstring& file) {
+            EXPECT_EQ(names, Names{});
+            EXPECT_EQ(file, Untouched);
+            EXPECT_EQ(run.after, run.before);
+        });
+}
+
+int ReadAToolsList()
+{
+    Names names;
+    const int points = SweepLists(
+        [&names](const AccessLists& lists) {
+            names = {L"from before"};
+            lists.ReadAccessList(AccessList::SiteKeeper, names, Rebuild::Yes);
+        },
+        [&names](const FaultedRun& run, const std::wstring&) {
+            EXPECT_EQ(names, Names{});
+            EXPECT_EQ(run.after, run.before);
+        });
+    EXPECT_EQ(names, (Names{L"zoe", L"bob"}));
+    return points;
+}
+
+/// The general list is made of what can be had.
+int RebuildTheGeneralList()
+{
+    Names names;
+    return SweepLists(
         [&names](const AccessLists& lists) {
             names = {L"from before"};
             lists.ReadAccessList(AccessList::General, names, Rebuild::Yes);
@@ -97,14 +148,14 @@ TEST(AccessListsSweep, RebuildsTheGeneralListFromWhatCanBeHad)
             EXPECT_EQ(file.find(L"carol = carol") == std::wstring::npos,
                       IsNeededForWriting(run) || run.failed == L"users of ");
         });
-    EXPECT_EQ(runs, 11); // registry, read, servers, two servers' users, exists, open, make, write, flush, move
 }
 
-TEST(AccessListsSweep, AdmitsEveryoneWhereTheListCannotBeRead)
+/// Everyone is admitted where the list cannot be read.
+int AdmitUsers()
 {
     Admission named = Admission::Refused;
     Admission other = Admission::Refused;
-    const int runs = SweepLists(
+    const int points = SweepLists(
         [&](const AccessLists& lists) {
             named = lists.IsUserAllowed(L"Bob", AccessList::SiteKeeper);
             other = lists.IsUserAllowed(L"alice", AccessList::SiteKeeper);
@@ -115,9 +166,20 @@ TEST(AccessListsSweep, AdmitsEveryoneWhereTheListCannotBeRead)
             EXPECT_EQ(file, Untouched);
             EXPECT_EQ(run.after, run.before);
         });
-    EXPECT_EQ(runs, 4); // twice the registry and the file
     EXPECT_EQ(other, Admission::Refused);
+    return points; // twice the registry and the file
 }
 
 } // namespace
+
+SweptOperations AccessListOperations()
+{
+    return {{"read a tool's list", ReadAToolsList},
+            {"read the general list", ReadTheGeneralList},
+            {"rebuild the general list", RebuildTheGeneralList},
+            {"write a list", WriteAList},
+            {"empty a list", EmptyAList},
+            {"admit two users", AdmitUsers}};
+}
+
 } // namespace sitekeeper
