@@ -1,6 +1,6 @@
 #include "maindlg/Uninstaller.h"
 
-#include "support/FaultyPlatform.h"
+#include "support/MemoryRegistry.h"
 
 #include <gtest/gtest.h>
 
@@ -57,20 +57,6 @@ TEST(SplitUninstallString, TakesTheCommandApart)
     for (const auto& row : rows) {
         EXPECT_EQ(SplitUninstallString(row.command), row.expected) << testing::PrintToString(row.command);
     }
-}
-
-TEST(ReadUninstallString, TakesTheSecondKeyWhereTheFirstCannotBeRead)
-{
-    std::vector<std::wstring> commands;
-    const int runs =
-        SweepFailures({[](MemoryPlatform& memory) {
-                           Register(memory.registry, FirstKey, L"");
-                           Register(memory.registry, SecondKey, L"second");
-                       },
-                       [&](const Platform& ports) { commands.push_back(ReadUninstallString(ports.registry)); },
-                       [](const FaultedRun& run) { EXPECT_EQ(run.after, run.before); }});
-    EXPECT_EQ(runs, 2);
-    EXPECT_EQ(commands, (std::vector<std::wstring>{L"second", L"second", L"", L"second"}));
 }
 
 } // namespace

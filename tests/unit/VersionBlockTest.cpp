@@ -3,8 +3,8 @@
 
 #include "maindlg/AboutText.h"
 #include "maindlg/VersionStrings.h"
-#include "settings/Product.h"
-#include "support/FaultyPlatform.h"
+#include "support/MemoryRegistry.h"
+#include "support/MemoryVersionResources.h"
 #include "support/VersionBlockBuilder.h"
 
 #include <gtest/gtest.h>
@@ -124,24 +124,6 @@ TEST(AboutText, TellsProgramSuiteAndCopyright)
          {L"Keeper.exe", L"Keeper", L"C:\\Suite.d\\Keeper", L"C:\\a.b.exe", L".exe", L"C:\\"}) {
         EXPECT_TRUE(About(Usual(), L"", path).starts_with(L"Site Keeper")) << testing::PrintToString(path);
     }
-}
-
-TEST(AboutText, LosesNothingButWhatFailed)
-{
-    const std::wstring file = L"C:\\Suite\\Keeper.exe";
-    std::vector<std::wstring> texts;
-    const int runs = SweepFailures(
-        {[&](MemoryPlatform& memory) {
-             memory.versions.Set(file, Usual());
-             memory.registry.SetText(Hive::LocalMachine, SuiteKey, L"ProductUpdate", L"3");
-         },
-         [&](const Platform& ports) { texts.push_back(BuildAboutText(ports.versions, ports.registry, file)); },
-         [](const FaultedRun& run) { EXPECT_EQ(run.after, run.before); }});
-    EXPECT_EQ(runs, 2);
-    const std::wstring whole = L"Site Keeper Version 5.1.0.0\n\nORIVEL LX Version 2023.1    Update 3\n\n\u00A9 ORIVEL";
-    EXPECT_EQ(texts, (std::vector<std::wstring>{
-                         whole, L" Version \n\nORIVEL LX Version 2023    Update 3\n\n",
-                         L"Site Keeper Version 5.1.0.0\n\nORIVEL LX Version 2023.1\n\n\u00A9 ORIVEL", whole}));
 }
 
 } // namespace
