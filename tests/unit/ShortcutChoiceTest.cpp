@@ -10,7 +10,6 @@ namespace {
 
 constexpr int LedgerComposer = 0;
 constexpr int SiteKeeper = 1;
-constexpr int NormKeeper = 3;
 constexpr int AssistWebPage = 4;
 
 class ShortcutChoice : public ::testing::Test
