@@ -31,7 +31,7 @@ INSTANTIATE_TEST_SUITE_P(EachOperation, AllocationFailure, ::testing::ValuesIn(A
 
 TEST(AllocationFailureTable, IsTheOneThatIsKept)
 {
-    ExpectTableIsKept(AllOperations(), "allocations");
+    ExpectTableIsKept(AllOperations(), "allocations", Numbers::OfTheKeptBuild);
 }
 
 struct TwoNumbers

@@ -13,6 +13,14 @@ std::string HeadingOf(const std::string& counted)
     return "| operation | " + counted + " |";
 }
 
+std::vector<std::string> WithoutNumbers(std::vector<std::string> table)
+{
+    for (std::string& line : table) {
+        line.erase(line.find('|', 1));
+    }
+    return table;
+}
+
 } // namespace
 
 std::string TestNameOf(const SweptOperation& operation)
@@ -62,13 +70,16 @@ std::vector<std::string> KeptTable(const std::string& counted)
     return lines;
 }
 
-void ExpectTableIsKept(const SweptOperations& operations, const std::string& counted)
+void ExpectTableIsKept(const SweptOperations& operations, const std::string& counted, Numbers numbers)
 {
     const std::vector<std::string> table = SweepIntoTable(operations, counted);
     for (const std::string& line : table) {
         std::cout << line << '\n';
     }
-    EXPECT_EQ(table, KeptTable(counted)) << "docs/failure-points.md is to keep the table that stands above.";
+    const std::vector<std::string> kept = KeptTable(counted);
+    const bool areComparable = numbers == Numbers::OfEachBuild || SITEKEEPER_KEEPS_ALLOCATIONS;
+    EXPECT_EQ(areComparable ? table : WithoutNumbers(table), areComparable ? kept : WithoutNumbers(kept))
+        << "docs/failure-points.md is to keep the table that stands above.";
 }
 
 } // namespace sitekeeper
