@@ -4,6 +4,7 @@
 
 #include <array>
 #include <ctime>
+#include <iostream>
 #include <tlhelp32.h>
 
 namespace sitekeeper::e2e {
@@ -75,8 +76,17 @@ ProgramRun::ProgramRun(const std::wstring& path) : m_startSecond(CurrentSecond()
     startup.cb = sizeof startup;
     std::wstring commandLine = L"\"" + path + L"\"";
     const std::wstring folder = path.substr(0, path.rfind(L'\\') + 1);
-    if (::CreateProcessW(path.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(),
-                         &startup, &m_process) == FALSE) {
+    const auto start = [&] {
+        return ::CreateProcessW(path.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(),
+                                &startup, &m_process) != FALSE;
+    };
+    bool isStarted = start();
+    if (!isStarted && ::GetLastError() == ERROR_INTERNAL_ERROR) {
+        // On a busy machine Wine loses a process now and then before its first instruction.
+        std::cout << "started once more: " << ToUtf8(path) << '\n';
+        isStarted = start();
+    }
+    if (!isStarted) {
         throw JourneyError("cannot start " + ToUtf8(path) + ": error " + std::to_string(::GetLastError()));
     }
 }
