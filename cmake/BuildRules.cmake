@@ -5,6 +5,8 @@ set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(SITEKEEPER_SANITIZE "" CACHE STRING "Sanitizers for the whole build, as -fsanitize takes them")
+option(SITEKEEPER_TRAPS "Undefined behaviour ends the program by an illegal instruction, for builds without a runtime to report it" OFF)
+option(SITEKEEPER_COVERAGE "Count which lines and branches a run takes" OFF)
 
 find_program(CCACHE ccache)
 if(CCACHE)
@@ -18,6 +20,15 @@ add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}=." "-ffile-prefix-map
 if(SITEKEEPER_SANITIZE)
   add_compile_options("-fsanitize=${SITEKEEPER_SANITIZE}" -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options("-fsanitize=${SITEKEEPER_SANITIZE}")
+endif()
+
+if(SITEKEEPER_TRAPS)
+  add_compile_options(-fsanitize=undefined -fsanitize-undefined-trap-on-error)
+endif()
+
+if(SITEKEEPER_COVERAGE)
+  add_compile_options(--coverage -fprofile-abs-path)
+  add_link_options(--coverage)
 endif()
 
 add_library(sitekeeper_warnings INTERFACE)
@@ -54,7 +65,7 @@ endif()
 
 # sitekeeper_lone_headers(target FOLDER… | FILES HEADER…): each header compiles alone, in debug builds.
 function(sitekeeper_lone_headers target)
-  if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
+  if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" OR SITEKEEPER_COVERAGE)
     return()
   endif()
   cmake_parse_arguments(PARSE_ARGV 1 lone "" "" "FILES")

@@ -1,6 +1,8 @@
 # `format` lays every C++ file out, `format-check` only looks. `tidy` runs clang-tidy over the program's own files, those
 # without Windows in a native build and the others in a Windows build; `tidy-tests` runs it over the tests, which takes
 # several times as long because of the test framework's headers.
+include(ClangSysroot)
+
 file(GLOB_RECURSE SITEKEEPER_CXX_FILES CONFIGURE_DEPENDS
   "${CMAKE_SOURCE_DIR}/src/*.h" "${CMAKE_SOURCE_DIR}/src/*.cpp" "${CMAKE_SOURCE_DIR}/tests/*.h"
   "${CMAKE_SOURCE_DIR}/tests/*.cpp" "${CMAKE_SOURCE_DIR}/bench/*.h" "${CMAKE_SOURCE_DIR}/bench/*.cpp"
@@ -20,13 +22,8 @@ endif()
 if(RUN_CLANG_TIDY)
   set(tidy_target_arguments "")
   if(WIN32)
-    # clang does not find the cross compiler's headers by itself: a small farm of links stands in for a sysroot.
     set(farm "${CMAKE_BINARY_DIR}/clang-sysroot")
-    file(MAKE_DIRECTORY "${farm}/lib/gcc/x86_64-w64-mingw32")
-    file(CREATE_LINK /usr/x86_64-w64-mingw32 "${farm}/x86_64-w64-mingw32" SYMBOLIC)
-    file(CREATE_LINK /usr/x86_64-w64-mingw32/include "${farm}/include" SYMBOLIC)
-    file(GLOB gcc_folder "/usr/lib/gcc/x86_64-w64-mingw32/*-posix")
-    file(CREATE_LINK "${gcc_folder}" "${farm}/lib/gcc/x86_64-w64-mingw32/12" SYMBOLIC)
+    sitekeeper_clang_sysroot("${farm}")
     set(tidy_target_arguments "-extra-arg=--target=x86_64-w64-mingw32" "-extra-arg=--sysroot=${farm}")
   endif()
   set(tidy_folders "(src|bench)")

@@ -148,9 +148,9 @@ lock_for() {
 
 # --- tidy-up ---------------------------------------------------------------------------------------------------
 
-# The screen goes last: a Wine program that loses it may show an error to nobody.
+# The screen goes last: a Wine program that loses it may show an error to nobody. What is built for later goes on.
 other_jobs() {
-    jobs -p | grep -vx "${screen_job:-none}" || true
+    jobs -p | grep -vx -e "${screen_job:-none}" -e "${ahead_job:-none}" || true
 }
 
 end_jobs() {
@@ -175,6 +175,7 @@ tidy_up() {
     if ((rc > 128)); then
         break_line stopped
     fi
+    [[ -z ${ahead_job:-} ]] || end_group "$ahead_job"
     end_jobs
     stop_screen
     await 2 all_collected "${wine_pids[@]}" || true

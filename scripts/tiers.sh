@@ -2,7 +2,8 @@
 # The tiers of ./test. Sourced, never run; needs common.sh, build.sh, wine-prefix.sh and screen.sh.
 # shellcheck disable=SC2034,SC2154 # they set what is not set here, and ./test reads the list
 
-tiers=(format native-debug native-clang native-release fuzz mingw-debug mingw-release tidy)
+tiers=(format native-debug native-clang native-release valgrind fuzz mingw-debug mingw-clang mingw-release)
+asked_tiers=(tidy coverage) # these run only when asked for
 
 total_passed=0
 total_failed=0
@@ -63,6 +64,31 @@ run_ctest() {
     count_results "$job_rc" "$junit"
 }
 
+# --- building ahead --------------------------------------------------------------------------------------------
+
+# Tests leave processors idle, those under Wine most of the time: meanwhile what the next tiers need is built. A tier builds
+# for itself all the same, and so waits for what is under way. A build that fails ends this; its tier tells of it.
+build_ahead() {
+    local preset
+    renice -n 10 -p $BASHPID >/dev/null
+    for preset in "$@"; do
+        build_preset "$preset"
+    done
+}
+
+ahead_job=
+start_building_ahead() {
+    local name presets=()
+    for name in "$@"; do
+        [[ $name != @(format|valgrind|tidy|coverage) ]] || continue
+        presets+=("$name")
+    done
+    ((${#presets[@]} > 0)) || return 0
+    : >"$log_dir/ahead.log"
+    start_job "$log_dir/ahead.log" build_ahead "${presets[@]}"
+    ahead_job=$job
+}
+
 # --- Wine ------------------------------------------------------------------------------------------------------
 
 # A prefix that no earlier run has touched.
@@ -88,6 +114,24 @@ wine_tier() {
     ((job_rc != 0)) || run_ctest "$@"
 }
 
+# --- valgrind --------------------------------------------------------------------------------------------------
+
+valgrind_found=99 # its exit code for errors and leaks, which no test program has
+
+# The C library's comparison of wide texts reads blocks beyond their ends in its versions for newer processors, which is
+# harmless and not ours. One program has an operator new of its own, which must stay in place.
+under_valgrind() {
+    GLIBC_TUNABLES=glibc.cpu.hwcaps=-AVX2,-AVX512F,-AVX512VL,-EVEX valgrind -q --leak-check=full \
+        --errors-for-leak-kinds=definite,possible --error-exitcode=$valgrind_found \
+        --soname-synonyms=somalloc=nouserintercepts "$@"
+}
+
+refused_by_valgrind() {
+    local rc=0
+    under_valgrind "$@" || rc=$?
+    ((rc == valgrind_found))
+}
+
 # --- the tiers -------------------------------------------------------------------------------------------------
 
 native_tier() {
@@ -111,8 +155,24 @@ tier_native-release() {
     native_tier
 }
 
+# The same programs as in native-release; those of a debug build take ten times as long. One that reads what nobody wrote and loses what it took has to be refused first.
+tier_valgrind() {
+    local program
+    need build_preset native-release
+    ((job_rc == 0)) || return 0
+    check 'valgrind refuses a bad program' refused_by_valgrind "$build_dir/native-release/tests/unit/valgrind_victim"
+    for program in unit/unit_tests contract/contract_tests failure/platform_failure_tests failure/allocation_failure_tests; do
+        check "valgrind ${program##*/}" under_valgrind "$build_dir/native-release/tests/$program" --gtest_brief=1
+    done
+}
+
 tier_fuzz() {
     native_tier
+}
+
+# It is the compiler's own warnings, errors here, that this tier is for.
+tier_mingw-clang() {
+    check 'clang for Windows' build_preset mingw-clang
 }
 
 # Dialogs run on the screen that Wine has when there is none.

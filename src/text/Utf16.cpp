@@ -5,11 +5,12 @@ namespace {
 
 constexpr std::uint32_t FirstSupplementary = 0x10000;
 
-bool IsHighHalf(std::uint32_t unit)
+// Only where a pair becomes one character does anybody ask.
+[[maybe_unused]] bool IsHighHalf(std::uint32_t unit)
 {
     return unit >= 0xD800 && unit <= 0xDBFF;
 }
-bool IsLowHalf(std::uint32_t unit)
+[[maybe_unused]] bool IsLowHalf(std::uint32_t unit)
 {
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }

@@ -111,6 +111,13 @@ TEST(WatchdogTest, EndsAProcessThatHangsWithoutAWindow)
     EXPECT_THAT(outcome.errors, HasSubstr("no window is open"));
 }
 
+#ifdef SITEKEEPER_TRAPS
+TEST(TrapTest, UndefinedBehaviourEndsAProcess)
+{
+    EXPECT_EQ(RunVictim(L"overflow").exitCode, static_cast<DWORD>(EXCEPTION_ILLEGAL_INSTRUCTION));
+}
+#endif
+
 TEST(WatchdogTest, LetsWorkPassThatEndsInTime)
 {
     Watchdog watchdog;
