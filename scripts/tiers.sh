@@ -2,7 +2,7 @@
 # The tiers of ./test. Sourced, never run; needs common.sh, build.sh, wine-prefix.sh and screen.sh.
 # shellcheck disable=SC2034,SC2154 # they set what is not set here, and ./test reads the list
 
-tiers=(format native-debug native-clang native-release fuzz mingw-debug mingw-release tidy)
+tiers=(format native-debug native-clang native-release fuzz mingw-debug mingw-release package tidy)
 
 total_passed=0
 total_failed=0
@@ -131,6 +131,51 @@ tier_mingw-release() {
     wine_tier -L '^(exe|e2e|help)$'
     end_jobs
     stop_screen
+}
+
+# A version of the same files that is newer than the one handed out.
+make_newer_package() {
+    local version
+    version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$build_dir/mingw-release/CMakeCache.txt")
+    "$root/packaging/make_msi.sh" "$((${version%%.*} + 1)).0.0" "$(date +%s)" "$build_dir/mingw-release" "$1"
+}
+
+package_journeys() {
+    local prefix=$wine_dir/test made=$1 newer=$2 files=$build_dir/mingw-release journey
+    export SITEKEEPER_WINEPREFIX=$prefix
+    need make_test_prefix "$prefix"
+    ((job_rc == 0)) || return 0
+    start_screen
+    if start_keeper "$prefix" "$files/demo/keeper.exe" "$log_dir/keeper.log"; then
+        while IFS= read -r journey; do
+            check "package.$journey" "$root/tests/package/journeys.py" "$journey" --build "$files" \
+                --package "$made/SiteKeeper.msi" --newer "$newer"
+        done < <("$root/tests/package/journeys.py" --list)
+    else
+        add_failure package
+    fi
+    end_jobs
+    stop_screen
+}
+
+# What is handed out: made, held to its descriptions, and taken through its life on a machine.
+tier_package() {
+    local checks=$root/tests/package made=$build_dir/package files=$build_dir/mingw-release
+    local newer=$build_dir/package-newer.msi
+    need build_preset mingw-release demo
+    ((job_rc == 0)) || return 0
+    need "$root/package"
+    ((job_rc == 0)) || return 0
+    need make_newer_package "$newer"
+    check package.tables "$checks/check_msi.py" "$made/SiteKeeper.msi" "$root" "$files"
+    check package.policy "$checks/check_policy.py" "$made/policy" "$root"
+    check package.winget "$checks/check_winget.py" "$made/winget" "$made/SiteKeeper.msi"
+    check package.bill "$checks/check_sbom.py" "$made/SiteKeeper.spdx.json" "$files"
+    check package.checks_refuse "$checks/checks_test.py" "$made" "$root" "$files"
+    check package.whole "$checks/handed_out.sh" whole "$root" "$made"
+    check package.repeatable "$checks/handed_out.sh" repeatable "$root" "$made"
+    check package.signed "$checks/handed_out.sh" signed "$root" "$made"
+    package_journeys "$made" "$newer"
 }
 
 tier_tidy() {
