@@ -140,28 +140,25 @@ make_newer_package() {
     "$root/packaging/make_msi.sh" "$((${version%%.*} + 1)).0.0" "$(date +%s)" "$build_dir/mingw-release" "$1"
 }
 
-package_journeys() {
-    local prefix=$wine_dir/test made=$1 newer=$2 files=$build_dir/mingw-release journey
+# A journey on a machine of its own: what one leaves behind when it fails shall not stop the next.
+package_journey() {
+    local journey=$1 made=$2 newer=$3 prefix=$wine_dir/test files=$build_dir/mingw-release
     export SITEKEEPER_WINEPREFIX=$prefix
     need make_test_prefix "$prefix"
     ((job_rc == 0)) || return 0
-    start_screen
     if start_keeper "$prefix" "$files/demo/keeper.exe" "$log_dir/keeper.log"; then
-        while IFS= read -r journey; do
-            check "package.$journey" "$root/tests/package/journeys.py" "$journey" --build "$files" \
-                --package "$made/SiteKeeper.msi" --newer "$newer"
-        done < <("$root/tests/package/journeys.py" --list)
+        check "package.$journey" "$root/tests/package/journeys.py" "$journey" --build "$files" \
+            --package "$made/SiteKeeper.msi" --newer "$newer"
     else
-        add_failure package
+        add_failure "package.$journey"
     fi
     end_jobs
-    stop_screen
 }
 
 # What is handed out: made, held to its descriptions, and taken through its life on a machine.
 tier_package() {
     local checks=$root/tests/package made=$build_dir/package files=$build_dir/mingw-release
-    local newer=$build_dir/package-newer.msi
+    local newer=$build_dir/package-newer.msi journey
     need build_preset mingw-release demo
     ((job_rc == 0)) || return 0
     need "$root/package"
@@ -175,7 +172,11 @@ tier_package() {
     check package.whole "$checks/handed_out.sh" whole "$root" "$made"
     check package.repeatable "$checks/handed_out.sh" repeatable "$root" "$made"
     check package.signed "$checks/handed_out.sh" signed "$root" "$made"
-    package_journeys "$made" "$newer"
+    start_screen
+    for journey in $("$checks/journeys.py" --list); do
+        package_journey "$journey" "$made" "$newer"
+    done
+    stop_screen
 }
 
 tier_tidy() {

@@ -189,6 +189,30 @@ def upgrade(machine, given):
     expect_same(before, machine.state(), "what is left")
 
 
+def moved(machine, given):
+    """The suite moves away after the installation: an upgrade follows it, a removal takes only what the package brought."""
+    before = machine.state()
+    expect(machine.install(given.package, STARTMENUSHORTCUT="0"), SUCCESS, "installing")
+    # The suite's own installer brought it there, with a help file that the package did not bring.
+    machine.must("reg", "add", pc.SUITE_KEY, "/v", "LocalAppPath", "/d", "C:\\Moved\\", "/f")
+    help_file = machine.drive / "Moved/Help/SiteKeeper.chm"
+    help_file.parent.mkdir(parents=True)
+    help_file.write_bytes(b"the suite's own")
+    expect(machine.remove(given.package), SUCCESS, "removing")
+    expect(help_file.read_bytes(), b"the suite's own", "the help file of the suite")
+    shutil.rmtree(machine.drive / "Moved")
+    expect_same(before, machine.state(), "what the removal leaves")
+
+    expect(machine.install(given.package, STARTMENUSHORTCUT="0"), SUCCESS, "installing again")
+    machine.must("reg", "add", pc.SUITE_KEY, "/v", "LocalAppPath", "/d", "C:\\Moved\\", "/f")
+    expect(machine.install(given.newer), SUCCESS, "upgrading")
+    is_installed(machine, given.build, "Moved")
+    expect((machine.drive / PLACE / "Help").exists(), False, "the older version's folder")
+    expect(machine.value("LocalAppPath"), "C:\\Moved\\", "the program folder")
+    expect(machine.remove(given.newer), SUCCESS, "removing the newer version")
+    expect_same(before, machine.state(), "what is left")
+
+
 def repair(machine, given):
     """Without the Start menu's shortcut; a repair brings a deleted file back, and changes no value."""
     before = machine.state()
@@ -205,7 +229,7 @@ def repair(machine, given):
     expect_same(before, machine.state(), "what is left")
 
 
-JOURNEYS = {function.__name__: function for function in (fresh_machine, existing_suite, upgrade, repair)}
+JOURNEYS = {function.__name__: function for function in (fresh_machine, existing_suite, upgrade, moved, repair)}
 
 
 def main():
@@ -234,9 +258,6 @@ def main():
         JOURNEYS[given.journey](machine, given)
     except AssertionError as error:
         print(f"{given.journey}: {error}")
-        # The next journey shall not fail for this one's reason.
-        machine.remove(given.newer)
-        machine.remove(given.package)
         return 1
     print(f"{given.journey}: done in {pc.seconds_since(start)}")
     return 0

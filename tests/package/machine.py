@@ -13,11 +13,8 @@ UNINSTALL_KEY = r"HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\U
 DESKTOP = "users/Public/Desktop"
 PROGRAMS = "ProgramData/Microsoft/Windows/Start Menu/Programs"
 
-# What the system changes by itself while programs come and go: the screen it has, its tasks' numbers, its own settings.
-OWN_NOISE = re.compile(
-    r"HKEY_LOCAL_MACHINE\\(Hardware|System\\CurrentControlSet\\(Control\\(Class|DeviceClasses|Video|Session Manager|"
-    r"Windows)|Enum|Hardware Profiles))(\\|$)"
-    r"|HKEY_USERS\\[^\\]+\\Software\\Wine(\\|$)", re.IGNORECASE)
+# Lives as long as Wine's server does, and grows a key whenever a program asks for a setting of the mouse or the colours.
+TEMPORARY = re.compile(r"HKEY_USERS\\[^\\]+\\Software\\Wine\\Temporary System Parameters(\\|$)")
 # The installer's own folders of the registry: Wine's stay, empty, from the first package on.
 INSTALLER_SHELVES = {
     r"HKEY_LOCAL_MACHINE\Software\Classes\Installer",
@@ -106,7 +103,7 @@ class Machine:
         self.must("regedit", "/S", self.windows_path(file))
 
     def registry(self):
-        """Every value of the machine but its own noise, as "key<tab>name=value"; a key is an entry too."""
+        """Every lasting value of the machine, as "key<tab>name=value"; a key is an entry too."""
         file = self.scratch / "export.reg"
         self.must("regedit", "/E", self.windows_path(file))
         entries = set()
@@ -114,7 +111,7 @@ class Machine:
         for line in file.read_text("utf-16").replace("\\\n  ", "").splitlines():
             if line.startswith("[") and line.endswith("]"):
                 key = line[1:-1]
-                key = None if OWN_NOISE.match(key) or key in INSTALLER_SHELVES else key
+                key = None if key in INSTALLER_SHELVES or TEMPORARY.match(key) else key
                 if key:
                     entries.add(key)
             elif line and key:
