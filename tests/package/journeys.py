@@ -192,7 +192,7 @@ def upgrade(machine, given):
 def moved(machine, given):
     """The suite moves away after the installation: an upgrade follows it, a removal takes only what the package brought."""
     before = machine.state()
-    expect(machine.install(given.package, STARTMENUSHORTCUT="0"), SUCCESS, "installing")
+    expect(machine.install(given.package, PROGRAMFOLDER="C:\\Suite Tools"), SUCCESS, "installing")
     # The suite's own installer brought it there, with a help file that the package did not bring.
     machine.must("reg", "add", pc.SUITE_KEY, "/v", "LocalAppPath", "/d", "C:\\Moved\\", "/f")
     help_file = machine.drive / "Moved/Help/SiteKeeper.chm"
@@ -203,11 +203,11 @@ def moved(machine, given):
     shutil.rmtree(machine.drive / "Moved")
     expect_same(before, machine.state(), "what the removal leaves")
 
-    expect(machine.install(given.package, STARTMENUSHORTCUT="0"), SUCCESS, "installing again")
+    expect(machine.install(given.package, PROGRAMFOLDER="C:\\Suite Tools"), SUCCESS, "installing again")
     machine.must("reg", "add", pc.SUITE_KEY, "/v", "LocalAppPath", "/d", "C:\\Moved\\", "/f")
     expect(machine.install(given.newer), SUCCESS, "upgrading")
     is_installed(machine, given.build, "Moved")
-    expect((machine.drive / PLACE / "Help").exists(), False, "the older version's folder")
+    expect((machine.drive / "Suite Tools").exists(), False, "the older version's folder")
     expect(machine.value("LocalAppPath"), "C:\\Moved\\", "the program folder")
     expect(machine.remove(given.newer), SUCCESS, "removing the newer version")
     expect_same(before, machine.state(), "what is left")
