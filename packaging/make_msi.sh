@@ -29,7 +29,8 @@ cd "$work"
 
 # The product's code changes with its version, the package's with anything in it.
 product_code=$(guid "product $version")
-package_code=$(guid "package $version $(sha256sum ./*.{exe,dll,chm,ico,wxs} "$here/finish_msi.py" | cut -d ' ' -f 1 | sha256sum) $epoch")
+content=$(cat ./*.{exe,dll,chm,ico,wxs} "$here/finish_msi.py" | sha256sum | cut -d ' ' -f 1)
+package_code=$(guid "package $version $epoch $content")
 
 wixl -a x64 -D Version="$version" -D ProductCode="${product_code^^}" -o package.msi SiteKeeper.wxs
 "$here/finish_msi.py" package.msi --files "$work" --package-code "$package_code" --epoch "$epoch"
