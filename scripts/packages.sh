@@ -1,6 +1,6 @@
 # shellcheck shell=bash
 # The Debian packages the commands need, and why. Sourced, never run; needs common.sh.
-# shellcheck disable=SC2034,SC2154 # ./run and ./test read the lists, common.sh sets the places
+# shellcheck disable=SC2034,SC2154 # ./run, ./test and ./package read the lists, common.sh sets the places
 
 # One line per package: name, then what it is for.
 run_packages='
@@ -18,6 +18,14 @@ x11-utils                   asks a screen whether it is usable
 imagemagick                 takes the picture of the window
 '
 
+package_packages='
+wixl                        makes the package for the Windows installer
+msitools                    completes its tables, and reads them in the tests
+zip                         packs the files for those who copy them
+osslsigncode                signs, when a certificate is given
+python3                     the bill of materials and the tables of the package
+'
+
 test_packages='
 g++                         the native builds
 clang                       the second compiler, and the fuzzers
@@ -25,6 +33,8 @@ lld                         links what clang compiles
 libclang-rt-14-dev          sanitizers and fuzzers of clang
 clang-format                the format tier
 clang-tidy                  the tidy tier
+valgrind                    runs the rules once more
+gcovr                       gathers the lines that were counted
 ccache                      makes repeated builds quick
 libgtest-dev                unit tests
 libgmock-dev                unit tests
@@ -39,7 +49,9 @@ liblnk-utils                reads shortcuts in the end-to-end tests
 ghostscript                 makes a PDF of what the end-to-end tests print
 poppler-utils               reads the words of that PDF
 python3                     counts the results, and is the web server of the tests
-openssl                     makes the certificate of that server
+unzip                       reads the zip of the package
+python3-yaml                reads the manifests of the package
+openssl                     makes the certificate of that server, and one to sign with
 '
 
 package_names() {

@@ -2,7 +2,7 @@
 # The tiers of ./test. Sourced, never run; needs common.sh, build.sh, wine-prefix.sh and screen.sh.
 # shellcheck disable=SC2034,SC2154 # they set what is not set here, and ./test reads the list
 
-tiers=(format native-debug native-clang native-release valgrind fuzz mingw-debug mingw-clang mingw-release)
+tiers=(format native-debug native-clang native-release valgrind fuzz mingw-debug mingw-clang mingw-release package)
 asked_tiers=(tidy native-coverage mingw-coverage) # these run only when asked for
 
 total_passed=0
@@ -80,7 +80,7 @@ ahead_job=
 start_building_ahead() {
     local name presets=()
     for name in "$@"; do
-        [[ $name != @(format|valgrind|tidy) ]] || continue
+        [[ $name != @(format|valgrind|package|tidy) ]] || continue
         presets+=("$name")
     done
     ((${#presets[@]} > 0)) || return 0
@@ -191,6 +191,52 @@ tier_mingw-release() {
     start_screen
     wine_tier -L '^(exe|e2e|help)$'
     end_jobs
+    stop_screen
+}
+
+# A version of the same files that is newer than the one handed out.
+make_newer_package() {
+    local version
+    version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$build_dir/mingw-release/CMakeCache.txt")
+    "$root/packaging/make_msi.sh" "$((${version%%.*} + 1)).0.0" "$(date +%s)" "$build_dir/mingw-release" "$1"
+}
+
+# A journey on a machine of its own: what one leaves behind when it fails shall not stop the next.
+package_journey() {
+    local journey=$1 made=$2 newer=$3 prefix=$wine_dir/test files=$build_dir/mingw-release
+    export SITEKEEPER_WINEPREFIX=$prefix
+    need make_test_prefix "$prefix"
+    ((job_rc == 0)) || return 0
+    if start_keeper "$prefix" "$files/demo/keeper.exe" "$log_dir/keeper.log"; then
+        check "package.$journey" "$root/tests/package/journeys.py" "$journey" --build "$files" \
+            --package "$made/SiteKeeper.msi" --newer "$newer"
+    else
+        add_failure "package.$journey"
+    fi
+    end_jobs
+}
+
+# What is handed out: made, held to its descriptions, and taken through its life on a machine.
+tier_package() {
+    local checks=$root/tests/package made=$build_dir/package files=$build_dir/mingw-release
+    local newer=$build_dir/package-newer.msi journey
+    need build_preset mingw-release demo
+    ((job_rc == 0)) || return 0
+    need "$root/package"
+    ((job_rc == 0)) || return 0
+    need make_newer_package "$newer"
+    check package.tables "$checks/check_msi.py" "$made/SiteKeeper.msi" "$root" "$files"
+    check package.policy "$checks/check_policy.py" "$made/policy" "$root"
+    check package.winget "$checks/check_winget.py" "$made/winget" "$made/SiteKeeper.msi"
+    check package.bill "$checks/check_sbom.py" "$made/SiteKeeper.spdx.json" "$files"
+    check package.checks_refuse "$checks/checks_test.py" "$made" "$root" "$files"
+    check package.whole "$checks/handed_out.sh" whole "$root" "$made"
+    check package.repeatable "$checks/handed_out.sh" repeatable "$root" "$made"
+    check package.signed "$checks/handed_out.sh" signed "$root" "$made"
+    start_screen
+    for journey in $("$checks/journeys.py" --list); do
+        package_journey "$journey" "$made" "$newer"
+    done
     stop_screen
 }
 

@@ -1,5 +1,7 @@
 // Looks at the main window of Site Keeper from outside.
 //   window_probe wait SECONDS    until it stands alone and answers; prints X Y WIDTH HEIGHT
+//   window_probe fields SECONDS  prints the three folders that it shows, a line each
+//   window_probe ok SECONDS      presses its OK, until its process has ended
 //   window_probe close SECONDS   asks it to close, until its process has ended
 // Ends with 0, or with 1 after saying what it saw instead.
 #include <windows.h>
@@ -17,6 +19,7 @@ constexpr wchar_t kProgram[] = L"SiteKeeper64.exe";
 constexpr wchar_t kDialogClass[] = L"#32770";
 constexpr std::wstring_view kMainTitle = L" ";
 constexpr int kMainControl = 1000;
+constexpr int kFolderControls[] = {1000, 1001, 1003};
 constexpr DWORD kPollMilliseconds = 20;
 
 DWORD FindProgram()
@@ -132,7 +135,24 @@ int WaitForMain(ULONGLONG end)
     }
 }
 
-int CloseMain(ULONGLONG end)
+int PrintFields()
+{
+    const std::vector<HWND> windows = VisibleWindows(FindProgram());
+    HWND main = FindMain(windows);
+    if (main == nullptr) {
+        Describe(windows);
+        return 1;
+    }
+    for (int control : kFolderControls) {
+        wchar_t folder[1024]{};
+        ::SendDlgItemMessageW(main, control, WM_GETTEXT, 1024, reinterpret_cast<LPARAM>(folder));
+        std::printf("%ls\n", folder);
+    }
+    return 0;
+}
+
+// Posts a message to the main window, and waits for the end of its program.
+int EndMain(ULONGLONG end, UINT message, WPARAM parameter)
 {
     const DWORD id = FindProgram();
     const std::vector<HWND> windows = VisibleWindows(id);
@@ -142,7 +162,7 @@ int CloseMain(ULONGLONG end)
         return 1;
     }
     HANDLE process = ::OpenProcess(SYNCHRONIZE, FALSE, id);
-    ::PostMessageW(main, WM_CLOSE, 0, 0);
+    ::PostMessageW(main, message, parameter, 0);
     const ULONGLONG now = ::GetTickCount64();
     const DWORD left = end > now ? static_cast<DWORD>(end - now) : 0;
     const bool ended = ::WaitForSingleObject(process, left) == WAIT_OBJECT_0;
@@ -158,10 +178,19 @@ int CloseMain(ULONGLONG end)
 int wmain(int count, wchar_t* arguments[])
 {
     const std::wstring command = count == 3 ? arguments[1] : L"";
-    if (command != L"wait" && command != L"close") {
-        std::puts("usage: window_probe wait|close SECONDS");
-        return 2;
+    const ULONGLONG end = ::GetTickCount64() + (count == 3 ? 1000ULL * std::wcstoul(arguments[2], nullptr, 10) : 0);
+    if (command == L"wait") {
+        return WaitForMain(end);
     }
-    const ULONGLONG end = ::GetTickCount64() + 1000ULL * std::wcstoul(arguments[2], nullptr, 10);
-    return command == L"wait" ? WaitForMain(end) : CloseMain(end);
+    if (command == L"fields") {
+        return PrintFields();
+    }
+    if (command == L"ok") {
+        return EndMain(end, WM_COMMAND, IDOK);
+    }
+    if (command == L"close") {
+        return EndMain(end, WM_CLOSE, 0);
+    }
+    std::puts("usage: window_probe wait|fields|ok|close SECONDS");
+    return 2;
 }
