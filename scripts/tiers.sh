@@ -60,7 +60,7 @@ count_results() {
 run_ctest() {
     local junit=$log_dir/$tier.xml
     rm -f "$junit"
-    run_job "$tier_log" ctest --preset "$tier" --no-tests=error --output-junit "$junit" "$@"
+    run_job "$tier_log" ctest --preset "$tier" --no-tests=error --repeat "until-fail:$times" --output-junit "$junit" "$@"
     count_results "$job_rc" "$junit"
 }
 
@@ -240,25 +240,50 @@ tier_package() {
     stop_screen
 }
 
-# Both rooms of the house on one screen, in a build that counts; then what was counted, together.
+tier_tidy() {
+    check 'tidy of the native build' build_preset native-clang tidy
+    check 'tidy of the Windows build' build_preset mingw-debug tidy
+}
+
+# --- coverage --------------------------------------------------------------------------------------------------
+
+# count_lines PRESET FILE [ARGUMENT...]
+count_lines() {
+    gcovr --root "$root" --filter "$root/src/" --exclude-throw-branches --exclude-unreachable-branches --json "$2" \
+        "${@:3}" "$build_dir/$1/src"
+}
+
+coverage_report() {
+    local counted=$build_dir/coverage
+    mkdir -p "$counted"
+    count_lines native-coverage "$counted/native.json"
+    count_lines mingw-coverage "$counted/wine.json" --gcov-executable x86_64-w64-mingw32-gcov-posix
+    "$root/scripts/coverage.py" "$counted/native.json" "$counted/wine.json" "$root/docs/coverage.md"
+}
+
+# What an earlier run counted goes first.
+forget_counts() {
+    find "$build_dir/$1" -name '*.gcda' -delete
+}
+
 tier_native-coverage() {
+    need build_preset native-coverage
+    forget_counts native-coverage
     native_tier
 }
 
+# Adapters, dialogs and journeys on one screen; then what both builds counted, together.
 tier_mingw-coverage() {
     start_screen
+    need build_preset mingw-coverage
+    forget_counts mingw-coverage
     # A program counts where it was built, whatever drive it stands on.
     export GCOV_PREFIX=Z:
     wine_tier
     unset GCOV_PREFIX
     end_jobs
     stop_screen
-    check 'the table of docs/testing.md' coverage_report
-}
-
-tier_tidy() {
-    check 'tidy of the native build' build_preset native-clang tidy
-    check 'tidy of the Windows build' build_preset mingw-debug tidy
+    check docs/coverage.md coverage_report
 }
 
 # --- running one -----------------------------------------------------------------------------------------------

@@ -5,7 +5,9 @@
 #include "e2e/support/UserAccessWindow.h"
 
 #include <functional>
+#include <list>
 #include <ostream>
+#include <vector>
 
 namespace sitekeeper::e2e {
 namespace {
@@ -31,24 +33,50 @@ RegistryValue Bytes(DWORD type, std::size_t count, unsigned char each)
     return {type, std::vector<std::byte>(count, std::byte{each})};
 }
 
-class Damage : public Journey, public ::testing::WithParamInterface<Kind>
+/// A key that the program reads, and the names of its values.
+struct ReadKey
+{
+    Hive hive;
+    const wchar_t* key;
+    std::vector<const wchar_t*> names;
+};
+
+std::vector<ReadKey> KeysRead()
+{
+    return {
+        {Hive::Machine, SuiteKey, {L"LocalAppPath", L"NetworkAppPath", L"DatafilesPath", L"ProductUpdate"}},
+        {Hive::Machine, InstallationKey, {L"Application Path"}},
+        {Hive::User, ReminderKey, {L"CheckWebVersionDays"}},
+        {Hive::User, PositionKey, {L"Application"}},
+        {Hive::Machine, L"Software\\Autodesk\\AutoCAD\\R24.0\\P\\Variables\\TRUSTEDPATHS", {L""}},
+        {Hive::Machine, UninstallKey, {L"UninstallString"}},
+    };
+}
+
+class DamagedRegistry : public Journey
 {
 protected:
     void TearDown() override { RemoveKey(Hive::Machine, UninstallKey); }
 
-    static void DamageEverything()
+    static void WriteEverywhere(const std::function<RegistryValue()>& make)
     {
-        const auto damage = [](Hive hive, const wchar_t* key, std::initializer_list<const wchar_t*> names) {
-            for (const wchar_t* const name : names) {
-                WriteValue(hive, key, name, GetParam().make());
+        for (const ReadKey& key : KeysRead()) {
+            for (const wchar_t* const name : key.names) {
+                WriteValue(key.hive, key.key, name, make());
             }
-        };
-        damage(Hive::Machine, SuiteKey, {L"LocalAppPath", L"NetworkAppPath", L"DatafilesPath", L"ProductUpdate"});
-        damage(Hive::Machine, InstallationKey, {L"Application Path"});
-        damage(Hive::User, ReminderKey, {L"CheckWebVersionDays"});
-        damage(Hive::User, PositionKey, {L"Application"});
-        damage(Hive::Machine, L"Software\\Autodesk\\AutoCAD\\R24.0\\P\\Variables\\TRUSTEDPATHS", {L""});
-        damage(Hive::Machine, UninstallKey, {L"UninstallString"});
+        }
+    }
+
+    /// Every command that comes back to the main dialog.
+    static void TryEachCommand(const ProgramRun& run, const MainWindow& main)
+    {
+        OpenAbout(run, main);
+        main.Choose(Command::AddTrustedPaths);
+        ConfirmMessage(run);
+        main.Choose(Command::ManageShortcuts);
+        ShortcutsWindow(run).Leave(IDOK);
+        main.Choose(Command::UserAccess);
+        UserAccessWindow(run).Leave(AccessControl::Cancel);
     }
 
     static void OpenAbout(const ProgramRun& run, const MainWindow& main)
@@ -68,20 +96,39 @@ protected:
     }
 };
 
+class Damage : public DamagedRegistry, public ::testing::WithParamInterface<Kind>
+{};
+
 } // namespace
+
+TEST_F(DamagedRegistry, KeysThatMayNotBeOpenedAreAsGoodAsNoneAndNothingIsLost)
+{
+    WriteEverywhere([] { return TextValue(L"D:\\Stored\\"); });
+    const State before = State::Take();
+    {
+        std::list<LockedKey> locked;
+        for (const ReadKey& key : KeysRead()) {
+            locked.emplace_back(key.hive, key.key);
+        }
+        const ProgramRun run(Installation::Program());
+        const MainWindow main(run);
+        EXPECT_EQ(main.Text(Control::ProgramPath), L"C:\\Suite\\");
+        EXPECT_EQ(main.Text(Control::ApplicationPath), L"C:\\Suite\\");
+        EXPECT_EQ(main.Text(Control::DatafilesPath), L"C:\\Suite\\Datafiles\\");
+        TryEachCommand(run, main);
+        main.Type(Control::ApplicationPath, L"C:\\NewServer\\Suite\\");
+        main.Click(Control::Ok);
+        EXPECT_EQ(run.WaitForEnd(), 0U);
+    }
+    EXPECT_TRUE(IsNow(before));
+}
 
 TEST_P(Damage, NoCommandStumblesAndOkMakesItWhole)
 {
-    DamageEverything();
+    WriteEverywhere(GetParam().make);
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
-    OpenAbout(run, main);
-    main.Choose(Command::AddTrustedPaths);
-    ConfirmMessage(run);
-    main.Choose(Command::ManageShortcuts);
-    ShortcutsWindow(run).Leave(IDOK);
-    main.Choose(Command::UserAccess);
-    UserAccessWindow(run).Leave(AccessControl::Cancel);
+    TryEachCommand(run, main);
     main.Type(Control::ApplicationPath, L"C:\\NewServer\\Suite\\");
     main.Type(Control::DatafilesPath, L"C:\\NewServer\\Data\\");
     const std::wstring program = main.Text(Control::ProgramPath);

@@ -130,6 +130,34 @@ void RemoveEmptyKey(Hive hive, const std::wstring& key)
     ::RegDeleteKeyW(RootOf(hive), key.c_str());
 }
 
+LockedKey::LockedKey(Hive hive, const std::wstring& key)
+{
+    const std::string refused = "cannot lock " + ToUtf8(key);
+    const HKEY root = RootOf(hive);
+    DWORD size = 0;
+    if (::RegOpenKeyExW(root, key.c_str(), 0, READ_CONTROL | WRITE_DAC, m_key.put()) != ERROR_SUCCESS ||
+        ::RegGetKeySecurity(m_key.get(), DACL_SECURITY_INFORMATION, nullptr, &size) != ERROR_INSUFFICIENT_BUFFER) {
+        throw std::runtime_error(refused);
+    }
+    m_rights.resize(size);
+    SECURITY_DESCRIPTOR nobody{};
+    ACL none{};
+    UniqueRegistryKey again;
+    if (::RegGetKeySecurity(m_key.get(), DACL_SECURITY_INFORMATION, m_rights.data(), &size) != ERROR_SUCCESS ||
+        ::InitializeSecurityDescriptor(&nobody, SECURITY_DESCRIPTOR_REVISION) == FALSE ||
+        ::InitializeAcl(&none, sizeof none, ACL_REVISION) == FALSE ||
+        ::SetSecurityDescriptorDacl(&nobody, TRUE, &none, FALSE) == FALSE ||
+        ::RegSetKeySecurity(m_key.get(), DACL_SECURITY_INFORMATION, &nobody) != ERROR_SUCCESS ||
+        ::RegOpenKeyExW(root, key.c_str(), 0, KEY_READ, again.put()) != ERROR_ACCESS_DENIED) {
+        throw std::runtime_error(refused);
+    }
+}
+
+LockedKey::~LockedKey()
+{
+    ::RegSetKeySecurity(m_key.get(), DACL_SECURITY_INFORMATION, m_rights.data());
+}
+
 void VisitValues(Hive hive, const std::wstring& key, const ValueVisitor& visit)
 {
     UniqueRegistryKey opened;

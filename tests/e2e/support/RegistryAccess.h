@@ -1,6 +1,8 @@
 // The registry of the machine the tests run on, value by value, as raw as it is stored.
 #pragma once
 
+#include "frame/Handles.h"
+
 #include <windows.h>
 
 #include <cstddef>
@@ -46,6 +48,22 @@ void RemoveEmptyKey(Hive hive, const std::wstring& key);
 /// Calls `visit` with the full name, as HKLM\key\name, of every value below a key.
 using ValueVisitor = std::function<void(const std::wstring& fullName, const RegistryValue& value)>;
 void VisitValues(Hive hive, const std::wstring& key, const ValueVisitor& visit);
+
+/// A key that nobody may open, until the end of this object; its own handle stays open. The key must be there, and its
+/// owner able to give rights back.
+class LockedKey
+{
+public:
+    /// Throws when the system refuses, or opens it for us all the same.
+    LockedKey(Hive hive, const std::wstring& key);
+    LockedKey(const LockedKey&) = delete;
+    LockedKey& operator=(const LockedKey&) = delete;
+    ~LockedKey();
+
+private:
+    UniqueRegistryKey m_key;
+    std::vector<std::byte> m_rights; // as they were
+};
 
 /// HKLM\key\name or HKCU\key\name.
 [[nodiscard]] std::wstring FullValueName(Hive hive, const std::wstring& key, const std::wstring& name);
