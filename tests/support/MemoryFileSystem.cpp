@@ -1,5 +1,6 @@
 #include "support/MemoryFileSystem.h"
 
+#include "support/MemoryPaths.h"
 #include "support/Utf8CodePage.h"
 #include "text/Paths.h"
 #include "text/Text.h"
@@ -20,72 +21,6 @@ constexpr std::uint32_t Removing = 4;
 
 /// The attributes that a new file takes from its model.
 constexpr FileAttributes KeptAttributes = FileAttributes::Hidden | FileAttributes::System | FileAttributes::Archive;
-
-bool StartsWithDrive(std::wstring_view path)
-{
-    return path.size() >= 2 && path[1] == L':' && path[0] != L'\\';
-}
-
-/// How much of a full path is its root, without a "\" behind it: "C:", or "\\server\share".
-std::size_t RootLength(std::wstring_view path)
-{
-    if (StartsWithDrive(path)) {
-        return 2;
-    }
-    const std::size_t server = path.find(L'\\', 2);
-    return server == std::wstring_view::npos ? path.size() : std::min(path.find(L'\\', server + 1), path.size());
-}
-
-/// `path` as it would be written from the root on, given the current folder.
-std::wstring Rooted(const std::wstring& path, const std::wstring& currentFolder)
-{
-    if (path.starts_with(L"\\\\")) {
-        return path;
-    }
-    if (path.starts_with(L'\\')) {
-        return currentFolder.substr(0, RootLength(currentFolder)) + path;
-    }
-    if (!StartsWithDrive(path)) {
-        return WithBackslash(currentFolder) + path;
-    }
-    if (path.size() > 2 && path[2] == L'\\') {
-        return path;
-    }
-    const bool isHere = EqualIgnoringCase(path.substr(0, 2), currentFolder.substr(0, 2));
-    return WithBackslash(isHere ? currentFolder : path.substr(0, 2)) + path.substr(2);
-}
-
-/// The names of `rest` with "." and ".." carried out; ".." stops at the root.
-std::vector<std::wstring> NamesOf(std::wstring_view rest)
-{
-    std::vector<std::wstring> names;
-    while (!rest.empty()) {
-        const std::size_t end = std::min(rest.find(L'\\'), rest.size());
-        const std::wstring_view name = rest.substr(0, end);
-        if (name == L"..") {
-            if (!names.empty()) {
-                names.pop_back();
-            }
-        } else if (!name.empty() && name != L".") {
-            names.emplace_back(name);
-        }
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-    }
-    return names;
-}
-
-/// Whether `name` is what `pattern` means, both in lower case.
-bool IsMatch(std::wstring_view name, std::wstring_view pattern)
-{
-    if (pattern.empty()) {
-        return name.empty();
-    }
-    if (pattern.front() == L'*') {
-        return IsMatch(name, pattern.substr(1)) || (!name.empty() && IsMatch(name.substr(1), pattern));
-    }
-    return !name.empty() && (pattern.front() == L'?' || pattern.front() == name.front()) &&
-           IsMatch(name.substr(1), pattern.substr(1));
-}
 
 std::wstring Shown(const ShortcutFile& shortcut)
 {
@@ -119,7 +54,7 @@ void MemoryFileSystem::Search(const std::wstring& pattern, const std::function<v
     const std::wstring folder = WithoutTrailingBackslashes(GetFolderOfPath(full));
     for (const auto& [id, entry] : m_entries) {
         if (WithoutTrailingBackslashes(GetFolderOfPath(id)) == folder &&
-            IsMatch(GetNameOfPath(id), GetNameOfPath(full))) {
+            MatchesPattern(GetNameOfPath(id), GetNameOfPath(full))) {
             const std::wstring name = GetNameOfPath(entry.path);
             take({name, entry.modified});
         }
@@ -397,20 +332,7 @@ std::vector<std::wstring> MemoryFileSystem::Listing() const
 
 std::wstring MemoryFileSystem::Resolved(const std::wstring& path) const
 {
-    if (path.empty()) {
-        return path;
-    }
-    const std::wstring rooted = Rooted(ReplaceAll(path, L"/", L"\\"), m_currentFolder);
-    const std::size_t rootLength = RootLength(rooted);
-    std::wstring full = rooted.substr(0, rootLength);
-    for (const std::wstring& name : NamesOf(std::wstring_view(rooted).substr(rootLength))) {
-        full += L"\\" + name;
-    }
-    const bool isRootAlone = full.size() == rootLength;
-    if ((rooted.ends_with(L'\\') || (isRootAlone && StartsWithDrive(full))) && rooted.size() > rootLength) {
-        full += L"\\";
-    }
-    return full;
+    return ResolvePath(path, m_currentFolder);
 }
 
 std::wstring MemoryFileSystem::IdOf(const std::wstring& path) const
