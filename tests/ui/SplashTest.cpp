@@ -12,6 +12,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <ostream>
+#include <utility>
 
 namespace sitekeeper {
 namespace {
@@ -55,17 +56,20 @@ class SplashTest : public testing::Test
 protected:
     SplashTest()
     {
-        m_clock.onNow = [this] { return m_now; };
+        m_clock.onNow = [this] {
+            m_isSeen = true;
+            return m_now;
+        };
     }
 
     [[nodiscard]] HWND Window() const { return m_screen.Current() != nullptr ? m_screen.Current()->Handle() : nullptr; }
 
-    /// Hides the splash while a timer, which only comes when messages are handled, moves the clock one second ahead at
-    /// a time. The second in which the call returned.
+    /// Hides the splash while a timer, which only comes when messages are handled, moves the clock one second ahead
+    /// each time that somebody has looked at it. The second in which the call returned.
     Seconds HideAndWait(int minimumSeconds)
     {
         ModalDriver ticks({{"tick for ever", [this] {
-                                ++m_now;
+                                m_now += std::exchange(m_isSeen, false) ? 1 : 0;
                                 return false;
                             }}});
         m_screen.HideSplashScreen(minimumSeconds);
@@ -77,6 +81,7 @@ protected:
     TestApp m_app;
     TestClock m_clock;
     Seconds m_now = Created;
+    bool m_isSeen = false;
     SplashScreen m_screen{m_app, m_clock};
 };
 
