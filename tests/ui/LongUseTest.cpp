@@ -223,6 +223,13 @@ private:
     bool Turn(const UserAccessPage& page, int times)
     {
         const DragRow& row = Round[m_turns % Rounds];
+        if (m_moment == 0) {
+            m_began = ::GetTickCount64();
+        } else if (::GetTickCount64() > m_began + TurnPatienceMs) {
+            ADD_FAILURE() << "drag " << m_turns + 1 << " stopped at moment " << m_moment;
+            ReleaseMouse();
+            return true;
+        }
         switch (m_moment++) {
         case 0:
             page.Select(row.from, {row.name});
@@ -234,7 +241,9 @@ private:
         case 2: MoveMouse({m_start.x + 16, m_start.y + 8}); return false;
         case 3:
             if (::GetCapture() != page.Window()) {
-                m_moment = 3; // not yet
+                m_moment = 3; // not yet: a hand goes on moving
+                m_start.x ^= 1;
+                MoveMouse({m_start.x + 16, m_start.y + 8});
                 return false;
             }
             MoveMouse(row.drop == Drop::Outside ? page.MiddleOf(NewUserField) : page.EmptyPlaceIn(row.to));
@@ -253,8 +262,11 @@ private:
         return m_turns == 0;
     }
 
+    static constexpr ULONGLONG TurnPatienceMs = 8000;
+
     int m_turns = 0;
     int m_moment = 0;
+    ULONGLONG m_began = 0;
     POINT m_start{};
 };
 
