@@ -157,6 +157,10 @@ bool CDialog::PassToOwner(WORD id)
         return false;
     }
     ::SendMessageW(owner, WM_COMMAND, id, 0);
+    // A message box of the owner leaves the owner active, which is disabled below this dialog: keys would reach nobody.
+    if (Handle() != nullptr && ::GetActiveWindow() == owner) {
+        ::SetActiveWindow(Handle());
+    }
     return true;
 }
 

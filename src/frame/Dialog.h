@@ -78,7 +78,8 @@ protected:
         return true;
     }
 
-    /// Hands a command of this dialog on to its owner, which answers it at once. False when there is no owner.
+    /// Hands a command of this dialog on to its owner, which answers it at once. Where that left the owner active, this
+    /// dialog is made active again. False when there is no owner.
     bool PassToOwner(WORD id);
 
     /// The window of control `id`; null when there is none.

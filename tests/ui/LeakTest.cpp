@@ -1,40 +1,13 @@
 // A hundred openings of the main dialog leave nothing behind.
-#include "support/GuiResources.h"
+#include "support/Holdings.h"
 #include "support/MainDialogFixture.h"
-#include "support/ThreadWindows.h"
 
 #include <windows.h>
 
 #include <gtest/gtest.h>
-#include <ostream>
 
 namespace sitekeeper {
 namespace {
-
-/// What the process holds of the system.
-struct Holdings
-{
-    unsigned drawingObjects = CountGdiObjects();
-    unsigned userObjects = CountUserObjects();
-    std::size_t windows = CountThreadWindows();
-    DWORD handles = CountHandles();
-
-    bool operator==(const Holdings&) const = default;
-
-private:
-    static DWORD CountHandles()
-    {
-        DWORD handles = 0;
-        EXPECT_NE(::GetProcessHandleCount(::GetCurrentProcess(), &handles), FALSE);
-        return handles;
-    }
-};
-
-std::ostream& operator<<(std::ostream& out, const Holdings& holdings)
-{
-    return out << holdings.drawingObjects << " drawing objects, " << holdings.userObjects << " user objects, "
-               << holdings.windows << " windows, " << holdings.handles << " handles";
-}
 
 class LeakTest : public MainDialogTest
 {

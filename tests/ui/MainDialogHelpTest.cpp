@@ -1,12 +1,15 @@
 // The help commands of the main dialog: its button and its menu item. (F1 is the application's; see StartupTest.)
 #include "support/MainDialogFixture.h"
+#include "support/MessageBoxOnTop.h"
 #include "support/Printing.h"
 #include "support/ThreadWindows.h"
 
 #include <windows.h>
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <iterator>
 
 namespace sitekeeper {
 namespace {
@@ -87,29 +90,67 @@ INSTANTIATE_TEST_SUITE_P(By, MainDialogHelpTest,
                                          HelpCommand{"MenuItem", HelpContents, L""}),
                          [](const auto& command) { return std::string(command.param.name); });
 
-using MainDialogHelpFromUserAccessTest = MainDialogTest;
+class MainDialogHelpFromUserAccessTest : public MainDialogTest
+{
+protected:
+    /// Waits until User Access stands above the main dialog.
+    DriverStep AwaitAccess()
+    {
+        return Await("wait for User Access", [this](const MainDialogPage& page) {
+            for (const HWND window : VisibleWindows(L"#32770")) {
+                m_access = window != page.Window() ? window : m_access;
+            }
+            return m_access != nullptr;
+        });
+    }
+    DriverStep PressHelp()
+    {
+        return Do("press Help", [this](const MainDialogPage&) { DialogPage(m_access).Click(HelpButton); });
+    }
+    std::vector<DriverStep> Leave()
+    {
+        return {Do("leave User Access", [this](const MainDialogPage&) { DialogPage(m_access).Command(IDCANCEL); }),
+                Await("wait for its end", [this](const MainDialogPage&) { return ::IsWindow(m_access) == FALSE; }),
+                Press(IDCANCEL)};
+    }
+
+    HWND m_access = nullptr;
+};
 
 TEST_F(MainDialogHelpFromUserAccessTest, OpensTheIntroductionAndLeavesTheMainDialogWaiting)
 {
     memory.files.AddFile(m_helpFile);
     WindowId main{};
-    HWND access = nullptr;
-    const auto accessStands = [&access](const MainDialogPage& page) {
-        for (const HWND window : VisibleWindows(L"#32770")) {
-            access = window != page.Window() ? window : access;
-        }
-        return access != nullptr;
-    };
-    Run({Do("note the dialog", [&main](const MainDialogPage& page) { main = IdOf(page.Window()); }), Choose(UserAccess),
-         Await("wait for User Access", accessStands),
-         Do("press Help",
-            [&access](const MainDialogPage&) { ::SendDlgItemMessageW(access, HelpButton, BM_CLICK, 0, 0); }),
-         Await("wait for help", [this](const MainDialogPage&) { return !memory.help.AllOpened().empty(); }),
-         Do("look", [](const MainDialogPage& page) { EXPECT_EQ(::IsWindowEnabled(page.Window()), FALSE); }),
-         Do("leave User Access", [&access](const MainDialogPage&) { ::PostMessageW(access, WM_COMMAND, IDCANCEL, 0); }),
-         Await("wait for its end", [&access](const MainDialogPage&) { return ::IsWindow(access) == FALSE; }),
-         Press(IDCANCEL)});
+    std::vector<DriverStep> steps = {
+        Do("note the dialog", [&main](const MainDialogPage& page) { main = IdOf(page.Window()); }),
+        Choose(UserAccess),
+        AwaitAccess(),
+        PressHelp(),
+        Await("wait for help", [this](const MainDialogPage&) { return !memory.help.AllOpened().empty(); }),
+        Do("look", [](const MainDialogPage& page) { EXPECT_EQ(::IsWindowEnabled(page.Window()), FALSE); })};
+    std::ranges::copy(Leave(), std::back_inserter(steps));
+    Run(std::move(steps));
     EXPECT_THAT(memory.help.AllOpened(), ElementsAre(Opened{main, m_helpFile + L"::/Introduction.htm", true}));
+}
+
+TEST_F(MainDialogHelpFromUserAccessTest, IsActiveAgainBehindTheMessageOfTheMainDialog)
+{
+    SeenMessageBox seen;
+    std::vector<DriverStep> steps = {
+        Choose(UserAccess),
+        AwaitAccess(),
+        PressHelp(),
+        AnswerMessageBox(IDOK, seen),
+        Await("wait for the end of the message", [&seen](const MainDialogPage&) { return !::IsWindow(seen.window); }),
+        Do("look", [this](const MainDialogPage& page) {
+            EXPECT_EQ(::GetActiveWindow(), m_access);
+            EXPECT_EQ(::GetFocus(), ::GetDlgItem(m_access, HelpButton)) << "where it was before";
+            EXPECT_EQ(::IsWindowEnabled(page.Window()), FALSE);
+        })};
+    std::ranges::copy(Leave(), std::back_inserter(steps));
+    EXPECT_EQ(RunOn(WithSystemWindows(), m_settings, std::move(steps)), IDCANCEL);
+    EXPECT_EQ(seen.text,
+              L"Couldn't find help file: \nC:\\Suite\\Help\\SiteKeeper.chm\n\nPlease check software installation.");
 }
 
 } // namespace

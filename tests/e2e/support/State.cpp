@@ -71,7 +71,12 @@ void State::Set(const std::wstring& path, const Shortcut& shortcut)
 
 void State::SetEmptyFile(const std::wstring& path)
 {
-    m_items[path] = DescribeContent({});
+    SetFile(path, {});
+}
+
+void State::SetFile(const std::wstring& path, const std::string& content)
+{
+    m_items[path] = DescribeContent(content);
 }
 
 void State::SetFolder(const std::wstring& path)

@@ -18,10 +18,12 @@ public:
     /// shortcuts by content.
     [[nodiscard]] static State Take();
 
-    /// How a value, a shortcut, an empty file or a folder (without a "\" at its end) is expected to be found.
+    /// How a value, a shortcut, an empty or another file or a folder (without a "\" at its end) is expected to be
+    /// found.
     void Set(Hive hive, const std::wstring& key, const std::wstring& name, const RegistryValue& value);
     void Set(const std::wstring& path, const Shortcut& shortcut);
     void SetEmptyFile(const std::wstring& path);
+    void SetFile(const std::wstring& path, const std::string& content);
     void SetFolder(const std::wstring& path);
 
     /// That a file is expected to be gone.

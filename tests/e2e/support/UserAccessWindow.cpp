@@ -64,6 +64,7 @@ POINT UserAccessWindow::PointOf(AccessControl list, const std::wstring& name) co
 {
     const Names names = NamesIn(list);
     const auto place = std::find(names.begin(), names.end(), name) - names.begin();
+    Ask(Item(list), LVM_ENSUREVISIBLE, static_cast<WPARAM>(place), FALSE);
     const RemoteMemory remote(m_run.Process(), sizeof(RECT));
     RECT label{};
     label.left = LVIR_LABEL;
@@ -89,6 +90,27 @@ void UserAccessWindow::Settle() const
         WaitAnswering(nullptr, 20);
         Ask(m_window, WM_NULL);
     }
+}
+
+void UserAccessWindow::Select(AccessControl list, const Names& names) const
+{
+    const HWND control = Item(list);
+    const RemoteMemory remote(m_run.Process(), sizeof(LVITEMW));
+    const auto set = [&](WPARAM place, UINT state) {
+        LVITEMW item{};
+        item.state = state;
+        item.stateMask = LVIS_SELECTED;
+        remote.Write(&item, sizeof item);
+        Ask(control, LVM_SETITEMSTATE, place, reinterpret_cast<LPARAM>(remote.Address()));
+    };
+    set(static_cast<WPARAM>(-1), 0);
+    const Names shown = NamesIn(list);
+    for (std::size_t place = 0; place < shown.size(); ++place) {
+        if (std::ranges::find(names, shown[place]) != names.end()) {
+            set(place, LVIS_SELECTED);
+        }
+    }
+    Ask(m_window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
 }
 
 void UserAccessWindow::Click(AccessControl list, const std::wstring& name) const

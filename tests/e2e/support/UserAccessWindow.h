@@ -42,6 +42,9 @@ public:
     /// Waits until a list shows exactly these names.
     void AwaitNames(AccessControl list, const Names& names) const;
 
+    /// Selects these names of a list and no others, and gives the list the focus; by messages.
+    void Select(AccessControl list, const Names& names) const;
+
     /// The mouse on a name: a click, or one with Ctrl held down.
     void Click(AccessControl list, const std::wstring& name) const;
     void ClickWithControl(AccessControl list, const std::wstring& name) const;
@@ -60,6 +63,8 @@ public:
 
     void Type(const std::wstring& name) const;
     void Push(AccessControl button) const;
+    /// Presses a button that opens and ends nothing, and comes back when its work is done.
+    void PushAndWait(AccessControl button) const { Ask(Item(button), BM_CLICK); }
 
     /// Presses a button that ends the dialog, and waits until it is gone.
     void Leave(AccessControl button) const;

@@ -99,6 +99,13 @@ void DialogWorldTest::RemoveFolder(const wchar_t* name)
     memory.registry.RemoveValue(Hive::LocalMachine, SuiteKey, name);
 }
 
+Platform DialogWorldTest::WithSystemWindows()
+{
+    return {memory.registry,    memory.files,    m_shell,         m_systemFolders, m_systemMessages, m_libraryModules,
+            memory.environment, memory.accounts, m_clock,         memory.help,     memory.codePage,  memory.clipboard,
+            memory.web,         m_processes,     memory.versions, m_systemPrinter};
+}
+
 MainDialogTest::MainDialogTest()
     : m_app(::GetModuleHandleW(nullptr), m_platform, m_programFile, {}),
       m_settings(m_platform.registry, m_platform.environment, m_platform.clock)
@@ -115,7 +122,7 @@ INT_PTR MainDialogTest::RunOn(const Platform& platform, InstallationSettings& se
     m_app.SetMainWindow(&dialog);
     INT_PTR result = 0;
     {
-        const ModalDriver driver(std::move(steps));
+        const ModalDriver driver(std::move(steps), m_patienceMs);
         result = dialog.DoModal();
     }
     m_app.SetMainWindow(nullptr);

@@ -1,6 +1,7 @@
 // The main dialog, and the whole program, on a platform in memory: opened, worked by gestures, and gone again.
 #pragma once
 
+#include "app/ShellFolderChooser.h"
 #include "app/SiteKeeperApp.h"
 #include "maindlg/SiteKeeperDlg.h"
 #include "settings/Product.h"
@@ -12,6 +13,8 @@
 #include "support/ObservedShell.h"
 #include "support/StillClock.h"
 #include "support/TestClock.h"
+#include "win32/Win32MessageBoxes.h"
+#include "win32/Win32Printer.h"
 #include "win32/WindowIds.h"
 
 #include <windows.h>
@@ -58,6 +61,9 @@ protected:
     void StoreFolder(const wchar_t* name, const std::wstring& path);
     void RemoveFolder(const wchar_t* name);
 
+    /// The same platform, but for the ports that put windows of the system on the screen: those are the system's.
+    [[nodiscard]] Platform WithSystemWindows();
+
     TimeZoneScope m_zone{Utc};
     MemoryPlatform memory;
     TestClock m_clock;
@@ -67,6 +73,11 @@ protected:
     const Platform m_platform;
     std::wstring m_programFile = L"C:\\Suite\\Tools\\SiteKeeper64.exe";
     std::wstring m_helpFile = L"C:\\Suite\\Help\\SiteKeeper.chm";
+
+private:
+    ShellFolderChooser m_systemFolders;
+    Win32MessageBoxes m_systemMessages;
+    Win32Printer m_systemPrinter;
 };
 
 /// The dialog alone.
@@ -88,6 +99,8 @@ protected:
     CSiteKeeperApp m_app;
     InstallationSettings m_settings;
     ModuleId m_library = ModuleId::None;
+    /// How long a script may take.
+    DWORD m_patienceMs = ModalDriver::PatienceMs;
 
 private:
     CSiteKeeperDlg* m_dialog = nullptr;

@@ -1,4 +1,5 @@
 // The main of every test program with windows: GoogleTest's, under a watchdog.
+#include "support/LongUse.h"
 #include "support/Watchdog.h"
 
 #include <windows.h>
@@ -15,15 +16,17 @@
 namespace sitekeeper {
 namespace {
 
-/// Well below the time that ctest gives a test, so that the watchdog is the one who tells.
-constexpr std::chrono::seconds TestLimit{40};
+/// Well below the time that ctest gives a test, so that the watchdog is the one who tells. The long forms of some tests
+/// bring a limit of their own in SITEKEEPER_TEST_SECONDS.
+constexpr int UsualSeconds = 40;
 
 class WatchEachTest final : public testing::EmptyTestEventListener
 {
 public:
     void OnTestStart(const testing::TestInfo& test) override
     {
-        m_watchdog.Guard(std::string(test.test_suite_name()) + "." + test.name(), TestLimit);
+        m_watchdog.Guard(std::string(test.test_suite_name()) + "." + test.name(),
+                         std::chrono::seconds(Times(L"SITEKEEPER_TEST_SECONDS", UsualSeconds)));
     }
     void OnTestEnd(const testing::TestInfo& /*test*/) override { m_watchdog.Rest(); }
 

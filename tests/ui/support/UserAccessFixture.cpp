@@ -28,7 +28,7 @@ INT_PTR UserAccessTest::RunOwnedBy(const CWnd& owner, std::vector<DriverStep> st
     m_dialog = &dialog;
     INT_PTR result = 0;
     {
-        const ModalDriver driver(std::move(steps));
+        const ModalDriver driver(std::move(steps), m_patienceMs);
         result = dialog.DoModal();
     }
     m_dialog = nullptr;

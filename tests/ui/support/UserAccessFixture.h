@@ -49,6 +49,8 @@ protected:
     AccessLists m_lists{m_platform, m_settings, L"C:\\Suite\\SiteKeeper64.exe"};
     TestApp m_app;
     CUserAccessDlg* m_dialog = nullptr;
+    /// How long a script may take.
+    DWORD m_patienceMs = ModalDriver::PatienceMs;
 };
 
 /// Puts the steps of several scripts one after the other.
