@@ -74,7 +74,7 @@ std::optional<Node> ReadNode(Bytes bytes)
 /// The first child of that name.
 std::optional<Node> FindChild(Bytes children, std::wstring_view name)
 {
-    while (const std::optional<Node> node = ReadNode(children)) {
+    while (std::optional<Node> node = ReadNode(children)) {
         if (EqualIgnoringCase(node->name, name)) {
             return node;
         }

@@ -100,7 +100,7 @@ LRESULT CManageShortcutsDlg::WindowProc(UINT message, WPARAM wParam, LPARAM lPar
 void CManageShortcutsDlg::OnOK()
 {
     const HWND tree = m_tree.Handle();
-    for (HTREEITEM item = TreeView_GetRoot(tree); item != nullptr; item = TreeView_GetNextSibling(tree, item)) {
+    for (auto* item = TreeView_GetRoot(tree); item != nullptr; item = TreeView_GetNextSibling(tree, item)) {
         const int row = RowOf(tree, item);
         if (IsChecked(tree, item)) {
             PlaceShortcut(m_context.files, m_context.registry, row);
