@@ -1,4 +1,4 @@
-// How many drawing objects the process holds: what a leak test compares.
+// How many drawing objects the process holds: what a test of long use compares.
 #pragma once
 
 namespace sitekeeper {
