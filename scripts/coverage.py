@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Holds docs/coverage.md to what a run of the tests counted: coverage.py [--write] NATIVE.json WINE.json PAGE.md
+"""Holds docs/testing.md to what a run of the tests counted: coverage.py [--write] NATIVE.json WINE.json PAGE.md
 
 The two files are gcovr's. Rules count in the native build, everything else under Wine; a line of a header that only one of them
 compiles counts there. The page has two tables between markers: rooms with their shares, and files with gaps, each with a reason

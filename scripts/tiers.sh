@@ -258,7 +258,7 @@ coverage_report() {
     mkdir -p "$counted"
     count_lines native-coverage "$counted/native.json"
     count_lines mingw-coverage "$counted/wine.json" --gcov-executable x86_64-w64-mingw32-gcov-posix
-    "$root/scripts/coverage.py" "$counted/native.json" "$counted/wine.json" "$root/docs/coverage.md"
+    "$root/scripts/coverage.py" "$counted/native.json" "$counted/wine.json" "$root/docs/testing.md"
 }
 
 # What an earlier run counted goes first.
@@ -283,7 +283,7 @@ tier_mingw-coverage() {
     unset GCOV_PREFIX
     end_jobs
     stop_screen
-    check docs/coverage.md coverage_report
+    check docs/testing.md coverage_report
 }
 
 # --- running one -----------------------------------------------------------------------------------------------

@@ -79,7 +79,7 @@ void ExpectTableIsKept(const SweptOperations& operations, const std::string& cou
     const std::vector<std::string> kept = KeptTable(counted);
     const bool areComparable = numbers == Numbers::OfEachBuild || SITEKEEPER_KEEPS_ALLOCATIONS;
     EXPECT_EQ(areComparable ? table : WithoutNumbers(table), areComparable ? kept : WithoutNumbers(kept))
-        << "docs/failure-points.md is to keep the table that stands above.";
+        << "docs/testing.md is to keep the table that stands above.";
 }
 
 } // namespace sitekeeper

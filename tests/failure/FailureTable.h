@@ -25,7 +25,7 @@ void PrintTo(const SweptOperation& operation, std::ostream* out);
 /// Sweeps all operations and lays their table out as lines, the last one the sum; `counted` heads the numbers.
 [[nodiscard]] std::vector<std::string> SweepIntoTable(const SweptOperations& operations, const std::string& counted);
 
-/// The lines of the table in docs/failure-points.md whose numbers are headed `counted`; none where there is no such
+/// The lines of the table in docs/testing.md whose numbers are headed `counted`; none where there is no such
 /// table.
 [[nodiscard]] std::vector<std::string> KeptTable(const std::string& counted);
 
