@@ -60,9 +60,13 @@ build_chosen() {
 
 # --- the machine -----------------------------------------------------------------------------------------------
 
+# The program's library lies where it looks for it: without it a box comes before the window.
 make_machine() {
+    local shared="$bench_prefix/drive_c/Program Files/Common Files/ORIVEL"
     ensure_template
     clone_template "$bench_prefix"
+    mkdir -p "$shared"
+    cp "$wine_build/ORSWDialogsOEM64.dll" "$shared/"
 }
 
 # A prefix without a past, and a screen; made before the first program that needs them.
