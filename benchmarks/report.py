@@ -186,7 +186,8 @@ def shown_aim(row, aim):
     beside = f" of {aim.peer}" if aim.peer else ""
     ratio = ratio_of(row, aim)
     own = f" ({shown_ratio(ratio)})" if aim.peer and len(row.peers) > 1 else ""
-    return f"{shown_ratio(aim.ratio)}{beside}, {verdict(ratio, aim.ratio)}{own}"
+    most = f"{aim.ratio:g}" if aim.ratio >= 0.1 else shown_ratio(aim.ratio)
+    return f"{most}{beside}, {verdict(ratio, aim.ratio)}{own}"
 
 
 def verdict(value, most):

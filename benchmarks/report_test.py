@@ -157,9 +157,9 @@ class Words(Results):
 
     def test_aims_are_met_or_missed(self):
         row = report.Row("w", 1000, False, 2e6, {"slow": 8e6, "fast": 4e6})
-        self.assertEqual(self.cells(row, report.Aim(0.5))[-1], "0.50, met")
-        self.assertEqual(self.cells(row, report.Aim(0.4))[-1], "0.40, **missed**")
-        self.assertEqual(self.cells(row, report.Aim(0.2, "slow"))[-1], "0.20 of slow, **missed** (0.25)")
+        self.assertEqual(self.cells(row, report.Aim(0.5))[-1], "0.5, met")
+        self.assertEqual(self.cells(row, report.Aim(0.4))[-1], "0.4, **missed**")
+        self.assertEqual(self.cells(row, report.Aim(0.2, "slow"))[-1], "0.2 of slow, **missed** (0.25)")
         self.assertEqual(self.cells(row, report.Aim(0.4, from_size=2000))[-1], "")
 
     def test_sizes_of_files_have_a_limit_of_their_own(self):
