@@ -28,6 +28,7 @@ describe_run() {
     local load
     read -r load _ </proc/loadavg
     printf 'date\t%s\n' "$(date -u '+%Y-%m-%d %H:%M UTC')"
+    printf 'repetitions\t%s\n' "$(full_or_quick all 'few (--quick)')"
     printf 'sources\t%s\n' "$(git -C "$root" log -1 --format='%h of %cs' 2>/dev/null || echo 'without a history')"
     printf 'processor\t%s\n' "$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -n 1)"
     printf 'cores\t%s\n' "$(nproc)"
@@ -146,11 +147,11 @@ measure_windows_bench() {
         "$(windows_path "$wine_build/benchmarks/bare_dialog.exe")" "$((artwork / 1024))" "$(full_or_quick 11 3)"
 }
 
+# The largest list takes most of a minute each time.
 measure_name_list_bench() {
-    local size
-    for size in 1000 10000 $(full_or_quick 100000 ''); do
-        on_windows name_list_bench "$size" "$(full_or_quick 5 1)"
-    done
+    on_windows name_list_bench 1000 "$(full_or_quick 11 1)"
+    on_windows name_list_bench 10000 "$(full_or_quick 11 1)"
+    [[ $quick == yes ]] || on_windows name_list_bench 100000 3
 }
 
 measure_profile_bench() {
