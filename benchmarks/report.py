@@ -76,7 +76,8 @@ def read_google(path):
     """{(what, size): Row}; time on the clock where the benchmark asks for it, of the processor otherwise."""
     samples = collections.defaultdict(list)
     with open(path, encoding="utf-8") as file:
-        for run in json.load(file)["benchmarks"]:
+        # The repetitions come in a mixed order.
+        for run in sorted(json.load(file)["benchmarks"], key=lambda run: run.get("family_index", 0)):
             if run.get("error_occurred"):
                 raise ReportError(f"{path}: {run['name']}: {run.get('error_message')}")
             if run["run_type"] == "iteration":

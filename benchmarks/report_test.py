@@ -135,6 +135,12 @@ class Reading(Results):
         self.assertEqual([(row.what, row.size, row.ours, row.peers) for row in self.rows()],
                          [("load", 100, 2000, {"inih": 4000})])
 
+    def test_what_was_registered_first_comes_first(self):
+        runs = [google_run(f"{what}/{who}/10", 1) | {"family_index": index}
+                for index, what in ((1, "find"), (0, "load")) for who in ("ours", "inih")]
+        self.write_google("ini_bench", *runs)
+        self.assertEqual([row.what for row in self.rows()], ["load", "find"])
+
     def test_the_clock_counts_where_the_benchmark_asks_for_it(self):
         self.write_google("ini_bench", google_run("walk/ours/10/real_time", 1), google_run("walk/find/10/real_time", 2))
         self.assertEqual([(row.ours, row.peers["find"]) for row in self.rows()], [(10_000, 20_000)])
