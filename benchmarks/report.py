@@ -41,7 +41,6 @@ class Aim:
 
 
 AIMS = {
-    ("update_bench", "page of so many bytes, collected and searched"): Aim(5, "copy", KIB * KIB),
     ("ini_bench", "load"): Aim(0.4, growth=1.2),
     ("ini_bench", "find"): Aim(1, growth=1.2),
     ("ini_bench", "replace"): Aim(0.6, growth=1.2),
