@@ -5,7 +5,7 @@ include(ClangSysroot)
 
 file(GLOB_RECURSE SITEKEEPER_CXX_FILES CONFIGURE_DEPENDS
   "${CMAKE_SOURCE_DIR}/src/*.h" "${CMAKE_SOURCE_DIR}/src/*.cpp" "${CMAKE_SOURCE_DIR}/tests/*.h"
-  "${CMAKE_SOURCE_DIR}/tests/*.cpp" "${CMAKE_SOURCE_DIR}/bench/*.h" "${CMAKE_SOURCE_DIR}/bench/*.cpp"
+  "${CMAKE_SOURCE_DIR}/tests/*.cpp" "${CMAKE_SOURCE_DIR}/benchmarks/*.h" "${CMAKE_SOURCE_DIR}/benchmarks/*.cpp"
   "${CMAKE_SOURCE_DIR}/tools/*.cpp" "${CMAKE_SOURCE_DIR}/tools/*.h")
 
 find_program(CLANG_FORMAT clang-format)
@@ -26,9 +26,9 @@ if(RUN_CLANG_TIDY)
     sitekeeper_clang_sysroot("${farm}")
     set(tidy_target_arguments "-extra-arg=--target=x86_64-w64-mingw32" "-extra-arg=--sysroot=${farm}")
   endif()
-  set(tidy_folders "(src|bench)")
+  set(tidy_folders "(src|benchmarks)")
   if(WIN32)
-    set(tidy_folders "(src/(win32|frame|controls|dialogs|app|maindlg)|bench|tools)")
+    set(tidy_folders "(src/(win32|frame|controls|dialogs|app|maindlg)|benchmarks|tools)")
   endif()
   foreach(part tidy tidy-tests)
     set(folders "$<IF:$<STREQUAL:${part},tidy>,${tidy_folders},tests>")

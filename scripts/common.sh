@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Places, progress lines, jobs and the tidy-up that ./run, ./test and ./package share. Sourced, never run.
+# Places, progress lines, jobs and the tidy-up that ./run, ./test, ./package and ./bench share. Sourced, never run.
 # shellcheck disable=SC2034 # those who source it read what it sets
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)

@@ -1,6 +1,6 @@
 # shellcheck shell=bash
 # The Debian packages the commands need, and why. Sourced, never run; needs common.sh.
-# shellcheck disable=SC2034,SC2154 # ./run, ./test and ./package read the lists, common.sh sets the places
+# shellcheck disable=SC2034,SC2154 # ./run, ./test, ./package and ./bench read the lists, common.sh sets the places
 
 # One line per package: name, then what it is for.
 run_packages='
@@ -26,8 +26,21 @@ osslsigncode                signs, when a certificate is given
 python3                     the bill of materials and the tables of the package
 '
 
-test_packages='
+bench_packages='
 g++                         the native builds
+ccache                      makes repeated builds quick
+libgtest-dev                unit tests; the configured build holds them
+libgmock-dev                unit tests; the configured build holds them
+python3                     makes the tables
+libbenchmark-dev            benchmarks, compiled by the native builds
+pkg-config                  finds the libraries that the store is measured beside
+libsimpleini-dev            the store is measured beside it
+libinih-dev                 the store is measured beside it
+libglib2.0-dev              the store is measured beside its key files
+libboost-dev                the store is measured beside its property trees
+'
+
+test_packages='
 clang                       the second compiler, and the fuzzers
 lld                         links what clang compiles
 libclang-rt-14-dev          sanitizers and fuzzers of clang
@@ -35,15 +48,6 @@ clang-format                the format tier
 clang-tidy                  the tidy tier
 valgrind                    runs the rules once more
 gcovr                       gathers the lines that were counted
-ccache                      makes repeated builds quick
-libgtest-dev                unit tests
-libgmock-dev                unit tests
-libbenchmark-dev            benchmarks, compiled by the native builds
-pkg-config                  finds the libraries that the store is measured beside
-libsimpleini-dev            the store is measured beside it
-libinih-dev                 the store is measured beside it
-libglib2.0-dev              the store is measured beside its key files
-libboost-dev                the store is measured beside its property trees
 xdotool                     mouse and keys in the end-to-end tests
 liblnk-utils                reads shortcuts in the end-to-end tests
 ghostscript                 makes a PDF of what the end-to-end tests print
@@ -89,7 +93,7 @@ say_missing() {
     local name
     echo 'These Debian packages are missing and will be installed:'
     for name in "${@:2}"; do
-        awk -v name="$name" '$1 == name { print "  " $0 }' <<<"$1"
+        awk -v name="$name" '$1 == name { print "  " $0; exit }' <<<"$1"
     done
 }
 

@@ -5,8 +5,8 @@
 #include "settings/SuiteCatalogue.h"
 #include "text/Text.h"
 
-#include <algorithm>
 #include <cstdint>
+#include <string_view>
 #include <utility>
 
 namespace sitekeeper {
@@ -87,12 +87,23 @@ Admission AccessLists::IsUserAllowed(const std::wstring& userName, AccessList li
     if (EqualIgnoringCase(userName, AdministratorName)) {
         return Admission::Granted;
     }
-    std::vector<std::wstring> names;
-    ReadAccessList(list, names, Rebuild::No);
-    const bool isNamed = std::any_of(names.begin(), names.end(), [&userName](const std::wstring& name) {
-        return EqualIgnoringCase(name, userName);
+    const std::wstring path = FilePath();
+    const std::wstring section = SectionOf(list, LastRead);
+    if (path.empty() || section.empty()) {
+        return Admission::Granted;
+    }
+    // As a list that is read, but nobody keeps the names.
+    CIniFile file(m_platform.files, m_platform.codePage, m_programPath);
+    file.Open(path);
+    file.SetSection(section);
+    bool isEmpty = true;
+    bool isNamed = false;
+    file.WalkSectionValues([&](std::wstring_view name) {
+        isEmpty = false;
+        isNamed = EqualIgnoringCase(name, userName);
+        return !isNamed;
     });
-    return names.empty() || isNamed ? Admission::Granted : Admission::Refused;
+    return isEmpty || isNamed ? Admission::Granted : Admission::Refused;
 }
 
 std::wstring AccessLists::FilePath() const

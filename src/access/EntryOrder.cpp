@@ -36,7 +36,7 @@ struct Packing
     bool isNarrow = true;
 };
 
-/// Below this size comparing whole keys is quicker than looking for what they have in common.
+/// Below this size comparing first characters and whole keys is quicker than looking for what they have in common.
 constexpr std::size_t SmallGroup = 24;
 
 bool IsAscending(const Texts& sections, const Texts& keys)
@@ -51,6 +51,13 @@ bool IsAscending(const Texts& sections, const Texts& keys)
     return true;
 }
 
+/// With how many of `first`'s first `most` characters `key` begins.
+std::size_t SharedLength(std::wstring_view first, std::wstring_view key, std::size_t most)
+{
+    const auto shared = std::mismatch(first.begin(), first.begin() + std::min(most, key.size()), key.begin());
+    return static_cast<std::size_t>(shared.first - first.begin());
+}
+
 Packing PackingFor(std::span<const Item> items, const Texts& keys)
 {
     constexpr std::uint32_t LastNarrow = 254; // 255 digits and the zero are what a byte can tell apart
@@ -59,9 +66,7 @@ Packing PackingFor(std::span<const Item> items, const Texts& keys)
     std::uint32_t greatest = 0;
     for (const Item& item : items) {
         const std::wstring_view key = keys[item.number];
-        const auto shared =
-            std::mismatch(first.begin(), first.begin() + std::min(packing.common, key.size()), key.begin());
-        packing.common = static_cast<std::size_t>(shared.first - first.begin());
+        packing.common = SharedLength(first, key, packing.common);
         packing.longest = std::max(packing.longest, key.size());
         for (const wchar_t character : key) {
             const std::uint32_t unit = CodeUnit(character);
@@ -97,13 +102,49 @@ std::uint64_t PrefixOf(std::wstring_view key, const Packing& packing)
     return prefix;
 }
 
+/// The eight characters of each key behind those that all begin with, a byte for each, which decide nearly always;
+/// nothing where one of them needs more than a byte.
+void PackFirstCharacters(std::span<Item> items, const Texts& keys)
+{
+    std::size_t common = keys[items.front().number].size();
+    for (const Item& item : items) {
+        common = SharedLength(keys[items.front().number], keys[item.number], common);
+    }
+    std::uint32_t all = 0;
+    for (Item& item : items) {
+        const std::wstring_view key = keys[item.number].substr(common);
+        for (std::size_t place = 0; place < sizeof item.prefix; ++place) {
+            const std::uint32_t unit = place < key.size() ? CodeUnit(key[place]) : 0;
+            all |= unit;
+            item.prefix = item.prefix << 8U | (unit & 0xFFU);
+        }
+    }
+    if (all > 0xFF) {
+        for (Item& item : items) {
+            item.prefix = 0;
+        }
+    }
+}
+
+void SortSmallGroup(std::span<Item> items, const Texts& keys)
+{
+    if (items.size() < 2) {
+        return;
+    }
+    PackFirstCharacters(items, keys);
+    std::sort(items.begin(), items.end(), [&keys](const Item& left, const Item& right) {
+        if (left.prefix != right.prefix) {
+            return left.prefix < right.prefix;
+        }
+        const int order = keys[left.number].compare(keys[right.number]);
+        return order != 0 ? order < 0 : left.number < right.number;
+    });
+}
+
 void SortByKey(std::span<Item> items, const Texts& keys)
 {
     if (items.size() <= SmallGroup) {
-        std::sort(items.begin(), items.end(), [&keys](const Item& left, const Item& right) {
-            const int order = keys[left.number].compare(keys[right.number]);
-            return order != 0 ? order < 0 : left.number < right.number;
-        });
+        SortSmallGroup(items, keys);
         return;
     }
     const Packing packing = PackingFor(items, keys);

@@ -86,6 +86,18 @@ public:
     /// Keys and values of the current section, in the order of the entries, in place of what the arrays held.
     void GetSectionEntries(std::vector<std::wstring>& keys, std::vector<std::wstring>& values) const;
 
+    /// Hands on the values of the current section, in the order of the entries, until `take` wants no more (false).
+    /// They are good until the store changes.
+    template <typename Take>
+    void WalkSectionValues(Take take) const
+    {
+        for (std::size_t number = 0; m_isCurrentNamed && number < m_aKeys.size(); ++number) {
+            if (m_aSections[number].data() == m_currentName.data() && !take(m_aValues[number])) {
+                return;
+            }
+        }
+    }
+
     /// Removes all entries of the section that has exactly this name.
     void DeleteSection(std::wstring_view name);
 

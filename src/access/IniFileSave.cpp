@@ -18,16 +18,19 @@ using LineParts = std::array<std::wstring_view, 3>;
 bool AppendPlainLine(const LineParts& parts, std::string& bytes)
 {
     const std::size_t old = bytes.size();
-    bytes.resize(old + parts[0].size() + parts[1].size() + parts[2].size());
-    char* place = bytes.data() + old;
+    bytes.resize(old + parts[0].size() + parts[1].size() + parts[2].size() + LineEnd.size());
+    char* const begin = bytes.data() + old;
+    char* place = begin;
     for (const std::wstring_view part : parts) {
-        if (!NarrowPlainText(part, place)) {
+        if (place != begin && part.data() == parts[0].data() && part.size() == parts[0].size()) {
+            std::copy_n(begin, part.size(), place); // a name whose value is the name itself
+        } else if (!NarrowPlainText(part, place)) {
             bytes.resize(old);
             return false;
         }
         place += part.size();
     }
-    bytes += LineEnd;
+    std::copy(LineEnd.begin(), LineEnd.end(), place);
     return true;
 }
 

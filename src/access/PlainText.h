@@ -27,11 +27,22 @@ inline bool WidenPlainText(std::string_view bytes, wchar_t* text) noexcept
 /// at `bytes` then means nothing.
 inline bool NarrowPlainText(std::wstring_view text, char* bytes) noexcept
 {
+    constexpr std::size_t Step = 8; // of a fixed size, which compilers unroll
     std::uint32_t all = 0;
-    for (std::size_t index = 0; index < text.size(); ++index) {
-        all |= CodeUnit(text[index]);
-        bytes[index] = static_cast<char>(text[index]);
+    const auto narrow = [&](std::size_t begin, std::size_t count) noexcept {
+        for (std::size_t index = begin; index < begin + count; ++index) {
+            all |= CodeUnit(text[index]);
+            bytes[index] = static_cast<char>(text[index]);
+        }
+    };
+    if (text.size() < Step) {
+        narrow(0, text.size());
+        return all < 0x80;
     }
+    for (std::size_t begin = 0; begin + Step < text.size(); begin += Step) {
+        narrow(begin, Step);
+    }
+    narrow(text.size() - Step, Step); // the end, and for the most part characters that come again
     return all < 0x80;
 }
 

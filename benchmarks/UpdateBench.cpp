@@ -1,10 +1,12 @@
-// The update reminder: the newest of many files beside `find`, and a page beside a copy of its bytes.
+// The update reminder: the newest of many files beside a bare walk and beside `find`, and a page beside a copy of its
+// bytes in one and in the same pieces.
 #include "settings/InstallationSettings.h"
 #include "support/FoldersOnly.h"
 #include "support/MemoryPlatform.h"
 #include "update/PublishedUpdate.h"
 #include "update/UpdateCheck.h"
 
+#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cstdlib>
 #include <dirent.h>
@@ -13,6 +15,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <sys/stat.h>
 #include <vector>
 
@@ -96,7 +99,23 @@ void BM_NewestFile(benchmark::State& state)
         check.NewestFileTime(newest, L"*.exe");
         benchmark::DoNotOptimize(newest);
     }
-    state.SetComplexityN(state.range(0));
+}
+
+void BM_NewestFileBare(benchmark::State& state)
+{
+    const std::string path = FolderOf(state.range(0)).Path().string();
+    for (auto _ : state) {
+        const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(path.c_str()), ::closedir);
+        Seconds newest = 0;
+        while (const dirent* const entry = ::readdir(folder.get())) {
+            struct stat status = {};
+            if (std::string_view(entry->d_name).ends_with(".exe") &&
+                ::fstatat(::dirfd(folder.get()), entry->d_name, &status, 0) == 0) {
+                newest = std::max<Seconds>(newest, status.st_mtim.tv_sec);
+            }
+        }
+        benchmark::DoNotOptimize(newest);
+    }
 }
 
 void BM_NewestFileByFind(benchmark::State& state)
@@ -129,7 +148,22 @@ void BM_Page(benchmark::State& state)
         benchmark::DoNotOptimize(
             PublishedDate(ReadPageText(ports.web, ports.codePage, Address), 0, ports.clock, Address));
     }
-    state.SetBytesProcessed(state.iterations() * state.range(0));
+}
+
+/// The pieces go into a text as they come; nothing is looked at.
+void BM_PiecesOfThePage(benchmark::State& state)
+{
+    constexpr std::size_t PieceSize = 50;
+    MemoryWebSession web;
+    web.Publish(Address, PageOf(state.range(0)));
+    for (auto _ : state) {
+        std::string pieces;
+        web.ReadPage(Address, PieceSize, [&pieces](std::string_view piece) {
+            pieces += piece;
+            return true;
+        });
+        benchmark::DoNotOptimize(pieces.data());
+    }
 }
 
 void BM_CopyOfThePage(benchmark::State& state)
@@ -139,13 +173,24 @@ void BM_CopyOfThePage(benchmark::State& state)
         std::string copy = page;
         benchmark::DoNotOptimize(copy.data());
     }
-    state.SetBytesProcessed(state.iterations() * state.range(0));
 }
 
 constexpr std::int64_t KiB = 1024;
-BENCHMARK(BM_NewestFile)->Arg(10)->Arg(1000)->Arg(100000)->UseRealTime();
-BENCHMARK(BM_NewestFileByFind)->Arg(10)->Arg(1000)->Arg(100000)->UseRealTime();
-BENCHMARK(BM_Page)->Arg(KiB)->Arg(KiB* KiB)->Arg(16 * KiB * KiB);
-BENCHMARK(BM_CopyOfThePage)->Arg(KiB)->Arg(KiB* KiB)->Arg(16 * KiB * KiB);
+
+void Folders(benchmark::internal::Benchmark* bench)
+{
+    bench->Arg(10)->Arg(1000)->Arg(100'000)->UseRealTime();
+}
+BENCHMARK(BM_NewestFile)->Name("newest of so many files/ours")->Apply(Folders);
+BENCHMARK(BM_NewestFileBare)->Name("newest of so many files/bare walk")->Apply(Folders);
+BENCHMARK(BM_NewestFileByFind)->Name("newest of so many files/find")->Apply(Folders);
+
+void Pages(benchmark::internal::Benchmark* bench)
+{
+    bench->Arg(KiB)->Arg(KiB * KiB)->Arg(16 * KiB * KiB);
+}
+BENCHMARK(BM_Page)->Name("page of so many bytes, collected and searched/ours")->Apply(Pages);
+BENCHMARK(BM_PiecesOfThePage)->Name("page of so many bytes, collected and searched/pieces into a string")->Apply(Pages);
+BENCHMARK(BM_CopyOfThePage)->Name("page of so many bytes, collected and searched/copy")->Apply(Pages);
 
 } // namespace

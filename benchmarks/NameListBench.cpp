@@ -1,5 +1,5 @@
 // Benchmarks of the list of names beside the same list control used bare: filled in order without sorting of its own,
-// and ten thousand selected names moved to another list. Prints one line for each, medians of runs that alternate.
+// and every tenth name, selected, moved to another list. Prints medians of runs that alternate, as Measure.h says.
 //
 // name_list_bench [NAMES [RUNS]]
 #include "access/NameList.h"
@@ -10,7 +10,6 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <cwchar>
 #include <random>
 #include <string>
@@ -152,11 +151,6 @@ double BareMove(HWND parent, const Names& names, const Names& others, std::size_
     return milliseconds;
 }
 
-void PrintPair(const char* what, std::vector<double> ours, std::vector<double> bare)
-{
-    std::printf("%-34s %10.1f %10.1f ms   %6.2f\n", what, Median(ours), Median(bare), Median(ours) / Median(bare));
-}
-
 } // namespace
 
 int wmain(int count, wchar_t** arguments)
@@ -176,10 +170,9 @@ int wmain(int count, wchar_t** arguments)
         moves[0].push_back(OurMove(parent, names, others, 10));
         moves[1].push_back(BareMove(parent, names, others, 10));
     }
-    std::printf("%-34s %10s %10s      %6s\n", "", "ours", "bare", "ratio");
-    PrintPair("fill", fills[0], fills[1]);
-    PrintPair("move of every tenth name", moves[0], moves[1]);
-    std::fflush(stdout);
+    const auto sizeShown = static_cast<double>(size);
+    PrintResult("fill a list with names", sizeShown, "ms", Median(fills[0]), {"sort, append bare", Median(fills[1])});
+    PrintResult("move every tenth name", sizeShown, "ms", Median(moves[0]), {"bare, places known", Median(moves[1])});
     // Not by returning: some systems take minutes to take so many items away one by one.
     ::TerminateProcess(::GetCurrentProcess(), 0);
     return 0;

@@ -1,10 +1,11 @@
-// What the Windows benchmarks share: a stopwatch, medians, and conditions that must hold.
+// What the Windows benchmarks share: a stopwatch, medians, the form of a result, and conditions that must hold.
 #pragma once
 
 #include <windows.h>
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdio>
 #include <stdexcept>
 #include <vector>
 
@@ -35,6 +36,21 @@ private:
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
     std::nth_element(values.begin(), middle, values.end());
     return *middle;
+}
+
+/// One side of a comparison: who, and the median.
+struct Side
+{
+    const char* name;
+    double value;
+};
+
+/// Prints one result as `report.py` reads it: what was done, with how many of what (0 where there is no number), the
+/// unit, ours, the peer's name and the peer's, with tabs between. Several peers of one result take a line each.
+inline void PrintResult(const char* what, double size, const char* unit, double ours, Side peer)
+{
+    std::printf("%s\t%.0f\t%s\t%.6g\t%s\t%.6g\n", what, size, unit, ours, peer.name, peer.value);
+    std::fflush(stdout);
 }
 
 /// Ends a benchmark that would measure something else: raises std::runtime_error with `what`.

@@ -1,5 +1,5 @@
 // The program's own reader and writer of sectioned text files beside the system's profile functions, on the same file.
-// Prints one line for each task and size: medians in milliseconds, and how many times the system takes longer.
+// Prints the medians of runs that alternate, as Measure.h says.
 //
 // profile_bench [RUNS]
 #include "access/IniFile.h"
@@ -153,7 +153,7 @@ private:
 /// The times of both ways, in turns, each on a file made anew. The system's way returns by how much its time is to be
 /// multiplied.
 template <typename Ours, typename Systems>
-void Compare(const char* what, int entries, int runs, Profile& profile, Ours ours, Systems systems)
+void Compare(const char* what, const char* peer, int entries, int runs, Profile& profile, Ours ours, Systems systems)
 {
     std::vector<double> ourTimes;
     std::vector<double> systemTimes;
@@ -167,9 +167,7 @@ void Compare(const char* what, int entries, int runs, Profile& profile, Ours our
         const double factor = systems();
         systemTimes.push_back(systemWatch.Milliseconds() * factor);
     }
-    const double our = Median(ourTimes);
-    const double system = Median(systemTimes);
-    std::printf("%-34s %7d %10.3f %12.3f %8.1f\n", what, entries, our, system, system / our);
+    PrintResult(what, entries, "ms", Median(ourTimes), {peer, Median(systemTimes)});
 }
 
 void Bench(const std::wstring& path, int entries, int runs)
@@ -177,23 +175,24 @@ void Bench(const std::wstring& path, int entries, int runs)
     Profile profile(path, entries);
     const double names = profile.NamesInSection();
     Compare(
-        "load, find one", entries, runs, profile, [&] { profile.FindOne(); },
+        "load, find one", "GetPrivateProfileString", entries, runs, profile, [&] { profile.FindOne(); },
         [&] {
             profile.FindOneBySystem();
             return 1.0;
         });
     Compare(
-        "load, find each of a section", entries, runs, profile, [&] { profile.FindAll(); },
-        [&] { return names / profile.FindSampleBySystem(); });
+        "load, find each of a section", "GetPrivateProfileString for each", entries, runs, profile,
+        [&] { profile.FindAll(); }, [&] { return names / profile.FindSampleBySystem(); });
     Compare(
-        "load, replace a section, save", entries, runs, profile, [&] { profile.ReplaceSection(); },
+        "load, replace a section, save", "WritePrivateProfileSection", entries, runs, profile,
+        [&] { profile.ReplaceSection(); },
         [&] {
             profile.ReplaceSectionBySystem();
             return 1.0;
         });
     Compare(
-        "the same, system key by key", entries, runs, profile, [&] { profile.ReplaceSection(); },
-        [&] { return names / profile.WriteSampleBySystem(); });
+        "the same, key by key", "WritePrivateProfileString for each", entries, runs, profile,
+        [&] { profile.ReplaceSection(); }, [&] { return names / profile.WriteSampleBySystem(); });
 }
 
 } // namespace
@@ -204,7 +203,6 @@ int wmain(int count, wchar_t** arguments)
     std::array<wchar_t, MAX_PATH> folder{};
     ::GetTempPathW(MAX_PATH, folder.data());
     try {
-        std::printf("%-34s %7s %10s %12s %8s\n", "", "entries", "ours, ms", "system, ms", "ratio");
         for (const int entries : {100, 1'000, 10'000}) {
             Bench(folder.data() + std::wstring(L"ProfileBench.ini"), entries, runs);
         }

@@ -1,6 +1,6 @@
 // The walk over AutoCAD's products beside a bare one with the same calls of the registry and nothing else, in turns on
-// the same tree. Prints one line for each size: medians in milliseconds, their ratio, and microseconds for each
-// product. Makes a tree of its own in the machine's hive and therefore refuses to run where there is an AutoCAD.
+// the same tree. Prints the medians, as Measure.h says. Makes a tree of its own in the machine's hive and therefore
+// refuses to run where there is an AutoCAD.
 //
 // trusted_paths_bench [RUNS]
 #include "autocad/TrustedPathKeys.h"
@@ -128,9 +128,7 @@ void Bench(int products, int runs)
             bareTimes.push_back(bare);
         }
     }
-    const double our = Median(ourTimes);
-    const double bare = Median(bareTimes);
-    std::printf("%8d %10.3f %10.3f %8.2f %14.1f\n", products, our, bare, our / bare, our * 1000.0 / products);
+    PrintResult("find the products", products, "ms", Median(ourTimes), {"bare walk, same reads", Median(bareTimes)});
 }
 
 } // namespace
@@ -140,7 +138,6 @@ int wmain(int count, wchar_t** arguments)
     const int runs = count > 1 ? static_cast<int>(std::wcstol(arguments[1], nullptr, 10)) : 11;
     try {
         Require(!HasAutoCAD(), "this machine has an AutoCAD; the benchmark would mix with it");
-        std::printf("%8s %10s %10s %8s %14s\n", "products", "ours, ms", "bare, ms", "ratio", "us per product");
         for (const int products : {10, 1'000, 10'000}) {
             Bench(products, runs);
         }

@@ -1,4 +1,5 @@
-// ini_memory LIBRARY COUNT: prints by how many KiB the process's peak grows while that library loads a file.
+// ini_memory LIBRARY COUNT: prints by how many KiB the process's peak grows while that library loads a file. Without
+// arguments: the names of the libraries, ours first.
 #include "IniPeers.h"
 
 #include <algorithm>
@@ -29,11 +30,17 @@ int main(int count, char** arguments)
 {
     using namespace sitekeeper;
     const auto libraries = IniLibraries();
+    if (count == 1) {
+        for (const IniLibrary& library : libraries) {
+            std::puts(library.name);
+        }
+        return 0;
+    }
     const auto library = std::find_if(libraries.begin(), libraries.end(), [&](const IniLibrary& candidate) {
         return count == 3 && std::string_view(candidate.name) == arguments[1];
     });
     if (library == libraries.end()) {
-        std::fputs("ini_memory LIBRARY COUNT\n", stderr);
+        std::fputs("ini_memory [LIBRARY COUNT]\n", stderr);
         return 1;
     }
     const std::string bytes = ShuffledFile(std::strtoul(arguments[2], nullptr, 10));

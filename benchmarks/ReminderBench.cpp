@@ -1,6 +1,6 @@
 // The update reminder on the real system: the newest of many files beside a bare walk over them, a page from the web
-// session beside a copy of its bytes, and the program's start with the reminder not due beside its start without it.
-// Prints one line for each, medians of runs that alternate.
+// session beside a copy of its bytes in one and in pieces, and the program's start with the reminder not due beside its
+// start without it. Prints the medians of runs that alternate, as Measure.h says.
 //
 // reminder_bench PROGRAM RUNS [FOLDER...]
 //
@@ -31,26 +31,26 @@ namespace {
 using namespace sitekeeper;
 using namespace sitekeeper::bench;
 
-void PrintPair(const char* what, double count, double ours, double peer)
+struct Way
 {
-    std::printf("%-34s %10.0f %12.3f %12.3f ms %6.2f\n", what, count, ours, peer, ours / peer);
-}
+    const char* name;
+    std::function<void()> go;
+};
 
-/// Both in turn, so that the machine's moods meet both.
-void Compare(const char* what, double count, int runs, const std::function<void()>& ours,
-             const std::function<void()>& peer)
+/// All in turn, so that the machine's moods meet all of them. Ours comes first.
+void Compare(const char* what, double count, int runs, const std::vector<Way>& ways)
 {
-    std::vector<double> ourTimes;
-    std::vector<double> peerTimes;
+    std::vector<std::vector<double>> times(ways.size());
     for (int run = 0; run < runs; ++run) {
-        const Stopwatch ourWatch;
-        ours();
-        ourTimes.push_back(ourWatch.Milliseconds());
-        const Stopwatch peerWatch;
-        peer();
-        peerTimes.push_back(peerWatch.Milliseconds());
+        for (std::size_t way = 0; way < ways.size(); ++way) {
+            const Stopwatch watch;
+            ways[way].go();
+            times[way].push_back(watch.Milliseconds());
+        }
     }
-    PrintPair(what, count, Median(ourTimes), Median(peerTimes));
+    for (std::size_t way = 1; way < ways.size(); ++way) {
+        PrintResult(what, count, "ms", Median(times.front()), {ways[way].name, Median(times[way])});
+    }
 }
 
 void BenchScan(const std::wstring& folder, int runs)
@@ -71,16 +71,17 @@ void BenchScan(const std::wstring& folder, int runs)
         ::FindClose(search);
     };
     bareWalk(); // counts, and brings the folder into memory
-    Compare(
-        "newest of so many files", count, runs,
-        [&] {
-            files.Search(pattern, [&newest](const FoundFile& file) {
-                newest = std::max(newest, file.modified.value_or(newest));
-            });
-        },
-        bareWalk);
+    const auto ourWalk = [&] {
+        files.Search(pattern,
+                     [&newest](const FoundFile& file) { newest = std::max(newest, file.modified.value_or(newest)); });
+    };
+    ourWalk(); // the first one of a process takes longer
+    Compare("newest of so many files", count, runs, {{"ours", ourWalk}, {"bare FindFirstFile walk", bareWalk}});
     Require(newest != 0, "the walk did not find the files");
 }
+
+/// As large as the program asks for.
+constexpr std::size_t PieceSize = 50;
 
 /// Hands a page on as the real session does, without a server.
 class PageInMemory final : public WebSession
@@ -111,13 +112,21 @@ void BenchPage(std::size_t size, int runs)
     const Win32CodePage codePage;
     const Win32Clock clock;
     std::size_t copied = 0;
-    Compare(
-        "page of so many bytes, and copied", static_cast<double>(size), runs,
-        [&] { static_cast<void>(PublishedDate(ReadPageText(web, codePage, L""), 0, clock, L"")); },
-        [&] {
-            const std::string copy = web.Page();
-            copied += static_cast<std::size_t>(copy.back());
+    const auto search = [&] { static_cast<void>(PublishedDate(ReadPageText(web, codePage, L""), 0, clock, L"")); };
+    const auto collect = [&] {
+        std::string pieces;
+        web.ReadPage(L"", PieceSize, [&pieces](std::string_view piece) {
+            pieces += piece;
+            return true;
         });
+        copied += static_cast<std::size_t>(pieces.back());
+    };
+    const auto copy = [&] {
+        const std::string whole = web.Page();
+        copied += static_cast<std::size_t>(whole.back());
+    };
+    Compare("page of so many bytes, collected and searched", static_cast<double>(size), runs,
+            {{"ours", search}, {"copy", copy}, {"pieces into a string", collect}});
     Require(copied != 0, "nothing was copied");
 }
 
@@ -140,7 +149,7 @@ void BenchStart(const std::wstring& program, int runs)
         settings.WriteFolder(SuiteFolder::Application, L"N:\\Suite\\");
         without.push_back(MeasureStart(program).milliseconds);
     }
-    PrintPair("start, not due, and without", 1, Median(notDue), Median(without));
+    PrintResult("start, the reminder not due", 0, "ms", Median(notDue), {"start without it", Median(without)});
 }
 
 } // namespace
