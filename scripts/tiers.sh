@@ -250,7 +250,7 @@ tier_tidy() {
 # count_lines PRESET FILE [ARGUMENT...]
 count_lines() {
     gcovr --root "$root" --filter "$root/src/" --exclude-throw-branches --exclude-unreachable-branches --json "$2" \
-        "${@:3}" "$build_dir/$1/src"
+        "${@:3}" "$build_dir/$1"
 }
 
 coverage_report() {
