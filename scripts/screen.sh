@@ -6,7 +6,7 @@ screen_job=
 
 screen_server() {
     # The number is chosen by the server, so that two commands at once do not meet on one screen.
-    exec Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$1"
+    exec Xvfb -displayfd 3 -screen 0 "${screen_size:-1280x1024}x24" -nolisten tcp -noreset 3>"$1"
 }
 
 # The server writes the number when it takes connections.

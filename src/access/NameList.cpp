@@ -258,7 +258,19 @@ LRESULT CNameList::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     if (ChangesItems(message)) {
         m_isStale = true;
     }
-    return CWnd::WindowProc(message, wParam, lParam);
+    const LRESULT result = CWnd::WindowProc(message, wParam, lParam);
+    if (message == WM_SETFOCUS) {
+        ShowFocus();
+    }
+    return result;
+}
+
+void CNameList::ShowFocus() const
+{
+    constexpr int None = -1;
+    if (ListView_GetNextItem(Handle(), None, LVNI_FOCUSED) == None) {
+        ListView_SetItemState(Handle(), 0, LVIS_FOCUSED, LVIS_FOCUSED);
+    }
 }
 
 CNameList::Item CNameList::ItemFor(const std::wstring& name)

@@ -76,6 +76,8 @@ private:
     void Refill(std::vector<Item> items, const std::vector<bool>& isSelected);
     void InsertAt(std::size_t place, const Item& item);
     void TakeOver();
+    /// Marks the first name where none is marked, selecting nothing: otherwise nobody sees which list takes the keys.
+    void ShowFocus() const;
 
     std::size_t m_manyMoves;
     std::vector<Item> m_items;

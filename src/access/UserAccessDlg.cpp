@@ -123,12 +123,14 @@ void CUserAccessDlg::DoDataExchange(CDataExchange& exchange)
     ExchangeControl(exchange, IDC_SITE_KEEPER_LIST, m_siteKeeper);
     ExchangeControl(exchange, IDC_SHEET_WRITER_LIST, m_sheetWriter);
     ExchangeControl(exchange, IDC_NORM_KEEPER_LIST, m_normKeeper);
+    ExchangeControl(exchange, IDC_NEW_USER, m_newUserField);
     ExchangeText(exchange, IDC_NEW_USER, m_newUser);
 }
 
 bool CUserAccessDlg::OnInitDialog()
 {
     CDialog::OnInitDialog();
+    NameControls();
     const CWaitCursor wait(App());
     Fill(m_users, AccessList::General, Rebuild::No);
     if (m_users.Count() == 0) {
@@ -141,6 +143,17 @@ bool CUserAccessDlg::OnInitDialog()
     }
     ShowEveryoneInAll();
     return true;
+}
+
+void CUserAccessDlg::NameControls()
+{
+    // What stands above each of them: between a list and its words there is a picture, and the field has none.
+    m_users.SetAccessibleName(L"Users");
+    m_newUserField.SetAccessibleName(L"New user");
+    m_ledgerComposer.SetAccessibleName(L"Ledger Composer");
+    m_siteKeeper.SetAccessibleName(L"Site Keeper");
+    m_sheetWriter.SetAccessibleName(L"Sheet Writer");
+    m_normKeeper.SetAccessibleName(L"Norm Keeper");
 }
 
 void CUserAccessDlg::OnRefresh()

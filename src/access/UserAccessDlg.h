@@ -51,6 +51,8 @@ private:
         AccessList list;
     };
 
+    void NameControls();
+
     // Buttons
     void OnAdd();
     void OnRefresh();
@@ -84,6 +86,7 @@ private:
     CNameList m_siteKeeper;
     CNameList m_sheetWriter;
     CNameList m_normKeeper;
+    CWnd m_newUserField;
     std::wstring m_newUser;
     bool m_isDragging = false;
     CNameList* m_dragSource = nullptr;

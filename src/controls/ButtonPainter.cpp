@@ -52,6 +52,14 @@ const ButtonColours& ColoursOf(const ButtonStyle& style, const ButtonState& stat
     return state.isFocused ? style.focused : style.normal;
 }
 
+/// Black; on a face as dark as those of high-contrast colours the colour of the text, which can be seen there.
+COLORREF FrameColour(const ButtonColours& colours) noexcept
+{
+    constexpr int Darkest = 3 * 64; // the three channels together
+    const COLORREF face = colours.background;
+    return GetRValue(face) + GetGValue(face) + GetBValue(face) < Darkest ? colours.text : RGB(0, 0, 0);
+}
+
 void DrawBorder(HDC dc, const RECT& rectangle, const ButtonStyle& style, const ButtonState& state)
 {
     if (!style.isFlat && state.isPressed) {
@@ -137,11 +145,12 @@ void PaintButton(HDC dc, const RECT& rectangle, const ButtonStyle& style, const 
     const DcState former(dc);
     ::SetBkMode(dc, TRANSPARENT);
     RECT inside = rectangle;
+    const ButtonColours& colours = ColoursOf(style, state);
     if (!style.isFlat && (state.isFocused || style.isDefault)) {
-        ::FrameRect(dc, &inside, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
+        ::SetDCBrushColor(dc, FrameColour(colours));
+        ::FrameRect(dc, &inside, static_cast<HBRUSH>(::GetStockObject(DC_BRUSH)));
         inside = Inset(inside, 1);
     }
-    const ButtonColours& colours = ColoursOf(style, state);
     if (!style.isTransparent) {
         Fill(dc, inside, colours.background);
     }

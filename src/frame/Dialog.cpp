@@ -10,6 +10,12 @@ namespace {
 constexpr WORD FromMenuOrClick = 0; // menu item, or BN_CLICKED
 constexpr WORD FromAccelerator = 1;
 
+BOOL CALLBACK TellOfColours(HWND control, LPARAM /*unused*/)
+{
+    ::SendMessageW(control, WM_SYSCOLORCHANGE, 0, 0);
+    return TRUE;
+}
+
 } // namespace
 
 CDialog::CDialog(CWinApp& app, UINT templateId, const CWnd* owner)
@@ -181,6 +187,10 @@ LRESULT CDialog::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         if (Reflect(message, wParam, lParam)) {
             return TRUE;
         }
+        break;
+    case WM_SYSCOLORCHANGE:
+        // Only windows that stand by themselves are told by the system.
+        ::EnumChildWindows(Handle(), &TellOfColours, 0);
         break;
     case WM_SETCURSOR:
         if (m_app.IsWaiting()) {

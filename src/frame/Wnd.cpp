@@ -1,5 +1,7 @@
 #include "frame/Wnd.h"
 
+#include "frame/AccessibleName.h"
+
 #include <windows.h>
 
 #include <commctrl.h>
@@ -149,6 +151,14 @@ LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_COMMAND:
         if (Reflect(message, wParam, lParam)) {
             return TRUE;
+        }
+        break;
+    case WM_GETOBJECT:
+        // The number is asked for as 32 bits, with or without its sign.
+        if (static_cast<LONG>(lParam) == OBJID_CLIENT && !m_accessibleName.empty()) {
+            if (const LRESULT answer = AnswerWithName(m_handle, wParam, m_accessibleName); answer != 0) {
+                return answer;
+            }
         }
         break;
     default: break;

@@ -5,6 +5,7 @@
 
 #include <exception>
 #include <string>
+#include <utility>
 
 namespace sitekeeper {
 
@@ -27,6 +28,10 @@ public:
     /// Takes over an existing control of this thread: its messages come here first. False when the control does not
     /// exist or another object has it; this object must not have a window yet.
     bool SubclassWindow(HWND control);
+
+    /// What the window is called for people who do not see it, in place of what the system would say of it. For a
+    /// control that says nothing itself and has no label before it. Nobody sees the name.
+    void SetAccessibleName(std::wstring name) { m_accessibleName = std::move(name); }
 
     /// Destroys the window, if there is one.
     void DestroyWindow();
@@ -107,6 +112,7 @@ private:
                                           DWORD_PTR object) noexcept;
 
     HWND m_handle = nullptr;
+    std::wstring m_accessibleName;
     bool m_isSubclassed = false;
 };
 

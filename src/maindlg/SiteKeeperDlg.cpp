@@ -125,25 +125,29 @@ void CSiteKeeperDlg::ExtendSystemMenu()
 
 void CSiteKeeperDlg::SetUpButtons()
 {
+    constexpr const wchar_t* ApplicationTip = L"Select the Application Path";
+    constexpr const wchar_t* DatafilesTip = L"Select the Datafiles Path";
     constexpr const wchar_t* OpenTip = L"Open folder in Windows Explorer";
     struct ButtonRow
     {
         CButtonST& button;
         UINT icon;
         const wchar_t* tip;
+        const wchar_t* accessibleName; // the picture says it to those who see it
     };
     const std::array<ButtonRow, 5> rows = {{
-        {m_browseApplication, IDI_BROWSE, L"Select the Application Path"},
-        {m_browseDatafiles, IDI_BROWSE, L"Select the Datafiles Path"},
-        {m_openProgram, IDI_OPEN_FOLDER, OpenTip},
-        {m_openApplication, IDI_OPEN_FOLDER, OpenTip},
-        {m_openDatafiles, IDI_OPEN_FOLDER, OpenTip},
+        {m_browseApplication, IDI_BROWSE, ApplicationTip, ApplicationTip},
+        {m_browseDatafiles, IDI_BROWSE, DatafilesTip, DatafilesTip},
+        {m_openProgram, IDI_OPEN_FOLDER, OpenTip, L"Open Program Path"},
+        {m_openApplication, IDI_OPEN_FOLDER, OpenTip, L"Open Application Path"},
+        {m_openDatafiles, IDI_OPEN_FOLDER, OpenTip, L"Open Datafiles Path"},
     }};
     for (const ButtonRow& row : rows) {
         row.button.SetIcon(App().Instance(), row.icon, SmallIcon, SmallIcon);
         row.button.SetAlign(ImageAlignment::BesideText, true);
         row.button.SetFlat(false, true);
         row.button.SetTooltipText(row.tip, true);
+        row.button.SetAccessibleName(row.accessibleName);
     }
 }
 

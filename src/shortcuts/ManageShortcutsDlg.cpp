@@ -63,6 +63,7 @@ void CManageShortcutsDlg::DoDataExchange(CDataExchange& exchange)
 bool CManageShortcutsDlg::OnInitDialog()
 {
     CDialog::OnInitDialog();
+    m_tree.SetAccessibleName(L"Shortcuts");
     RenewCheckBoxes(m_tree.Handle());
     for (int row = 0; row < ShortcutCount(); ++row) {
         AddRow(row);

@@ -1,5 +1,7 @@
 #include "support/Input.h"
 
+#include <initializer_list>
+
 namespace sitekeeper {
 namespace {
 
@@ -55,9 +57,27 @@ void PressKey(WORD key)
 
 void PressWithControl(WORD key)
 {
-    HoldKey(VK_CONTROL);
+    PressWith(VK_CONTROL, key);
+}
+
+void PressWith(WORD held, WORD key)
+{
+    HoldKey(held);
     PressKey(key);
-    ReleaseKey(VK_CONTROL);
+    ReleaseKey(held);
+}
+
+void TypeText(std::wstring_view text)
+{
+    for (const wchar_t character : text) {
+        for (const DWORD flags : {DWORD{KEYEVENTF_UNICODE}, DWORD{KEYEVENTF_UNICODE | KEYEVENTF_KEYUP}}) {
+            INPUT event{};
+            event.type = INPUT_KEYBOARD;
+            event.ki.wScan = character;
+            event.ki.dwFlags = flags;
+            ::SendInput(1, &event, sizeof event);
+        }
+    }
 }
 
 } // namespace sitekeeper

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <string_view>
+
 namespace sitekeeper {
 
 void MoveMouse(POINT screen);
@@ -12,5 +14,8 @@ void HoldKey(WORD key);
 void ReleaseKey(WORD key);
 void PressKey(WORD key);
 void PressWithControl(WORD key);
+void PressWith(WORD held, WORD key);
+/// Characters as a keyboard of any language types them.
+void TypeText(std::wstring_view text);
 
 } // namespace sitekeeper

@@ -161,6 +161,16 @@ TEST_F(ButtonPainterTest, DrawsABlackFrameAroundTheDefaultButtonIn3dLook)
     EXPECT_TRUE(m_picture.IsAll(Inside(Button, 3), NormalGround));
 }
 
+TEST_F(ButtonPainterTest, FramesADarkButtonInTheColourOfItsText)
+{
+    constexpr COLORREF Yellow = RGB(255, 255, 0);
+    Use3dLook();
+    m_style.focused = {Black, Yellow}; // as high-contrast colours have it: a black frame could not be seen
+    m_state.isFocused = true;
+    Paint();
+    ExpectFrame(Button, Yellow);
+}
+
 TEST_F(ButtonPainterTest, DrawsAFocusedButtonIn3dLookWithFrameAndFocusRectangle)
 {
     Use3dLook();

@@ -80,6 +80,21 @@ const Names& SampleNames()
     return Samples;
 }
 
+TEST_F(NameListTest, MarksANameWhereTheKeysGo)
+{
+    list.Insert({L"alice", L"Bob"});
+    const auto marked = [this] { return ListView_GetNextItem(control, -1, LVNI_FOCUSED); };
+    ASSERT_EQ(marked(), -1);
+    ::SendMessageW(control, WM_SETFOCUS, 0, 0);
+    EXPECT_EQ(marked(), 0);
+    EXPECT_TRUE(list.Selected().empty()) << "seen, but not selected";
+
+    ListView_SetItemState(control, 1, LVIS_FOCUSED, LVIS_FOCUSED);
+    ::SendMessageW(control, WM_KILLFOCUS, 0, 0);
+    ::SendMessageW(control, WM_SETFOCUS, 0, 0);
+    EXPECT_EQ(marked(), 1) << "where it was";
+}
+
 TEST_F(NameListTest, ShowsNamesInTheOrderOfTheControlItself)
 {
     const HWND other = MakeControl();
