@@ -10,6 +10,8 @@
 namespace sitekeeper {
 namespace {
 
+constexpr int NoItem = -1; // as the control says it
+
 /// The text of an item, of any length.
 std::wstring ItemText(HWND list, int place)
 {
@@ -258,18 +260,28 @@ LRESULT CNameList::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     if (ChangesItems(message)) {
         m_isStale = true;
     }
+    if (message == WM_KEYDOWN && wParam >= VK_PRIOR && wParam <= VK_DOWN) {
+        HideMark(); // the first key that moves goes to the first name, not on from it
+    }
     const LRESULT result = CWnd::WindowProc(message, wParam, lParam);
     if (message == WM_SETFOCUS) {
-        ShowFocus();
+        ShowMark();
     }
     return result;
 }
 
-void CNameList::ShowFocus() const
+void CNameList::ShowMark()
 {
-    constexpr int None = -1;
-    if (ListView_GetNextItem(Handle(), None, LVNI_FOCUSED) == None) {
+    if (ListView_GetNextItem(Handle(), NoItem, LVNI_FOCUSED) == NoItem) {
         ListView_SetItemState(Handle(), 0, LVIS_FOCUSED, LVIS_FOCUSED);
+        m_isMarked = true;
+    }
+}
+
+void CNameList::HideMark()
+{
+    if (std::exchange(m_isMarked, false) && ListView_GetNextItem(Handle(), NoItem, LVNI_SELECTED) == NoItem) {
+        ListView_SetItemState(Handle(), NoItem, 0, LVIS_FOCUSED);
     }
 }
 

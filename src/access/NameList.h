@@ -77,11 +77,14 @@ private:
     void InsertAt(std::size_t place, const Item& item);
     void TakeOver();
     /// Marks the first name where none is marked, selecting nothing: otherwise nobody sees which list takes the keys.
-    void ShowFocus() const;
+    void ShowMark();
+    /// Takes that mark away again while nothing is selected.
+    void HideMark();
 
     std::size_t m_manyMoves;
     std::vector<Item> m_items;
     bool m_isStale = true;
+    bool m_isMarked = false;
 };
 
 } // namespace sitekeeper

@@ -84,9 +84,14 @@ protected:
         run.Await("the window to close", [=] { return ::IsWindow(window) == FALSE; });
     }
 
+    /// By its controls: a menu that is just closing would not answer what its text is.
     static HWND AwaitAbout(const ProgramRun& run)
     {
-        return run.AwaitWindow("the About box", [](HWND window) { return WindowText(window) == L"About Site Keeper"; });
+        return run.AwaitWindow("the About box", [](HWND window) {
+            constexpr int AboutText = 1008; // in the main dialog a button
+            constexpr auto ProgramPath = static_cast<int>(Control::ProgramPath);
+            return ::GetDlgItem(window, AboutText) != nullptr && ::GetDlgItem(window, ProgramPath) == nullptr;
+        });
     }
 
     /// What a turn of Tab visits, from the default button's next on.
@@ -121,11 +126,6 @@ TEST_F(Keyboard, TakesAnAdministratorFromTheStartToTheEnd)
     AwaitFocus(run, main.Handle(), main.Item(Control::Ok));
     ExpectPosition(expected, main.Rectangle());
 
-    // A field is all selected when Tab comes to it: what is typed replaces it.
-    GoTo(run, main, Control::ApplicationPath);
-    TypeText(L"D:\\Büro\\");
-    run.Await("the typed folder", [&] { return main.Text(Control::ApplicationPath) == L"D:\\Büro\\"; });
-
     // The picker, opened with the space bar, and left.
     GoTo(run, main, Control::BrowseDatafiles);
     PressKey(VK_SPACE);
@@ -156,6 +156,11 @@ TEST_F(Keyboard, TakesAnAdministratorFromTheStartToTheEnd)
     PressKey(VK_F1);
     Close(run, MessageWindow(run).Handle(), VK_RETURN); // the help file is not installed
     AwaitFocus(run, main.Handle(), main.Item(Control::BrowseDatafiles));
+
+    // A field is all selected when Tab comes to it: what is typed replaces it.
+    GoTo(run, main, Control::ApplicationPath);
+    TypeText(L"D:\\Büro\\");
+    run.Await("the typed folder", [&] { return main.Text(Control::ApplicationPath) == L"D:\\Büro\\"; });
 
     ChooseWithKeys(run, main, 'F', {VK_UP, VK_RETURN}); // Exit, the last item, which does what OK does
     ExpectFolders(expected, L"C:\\Suite\\", L"D:\\Büro\\", L"C:\\Suite\\Datafiles\\");
@@ -224,7 +229,7 @@ TEST_F(Keyboard, AUserIsAddedAndGivenATool)
         Close(run, dialog.Handle(), VK_RETURN);
     }
     EXPECT_EQ(ReadWholeFile(L"C:\\Suite\\Datafiles\\UserDatafile.ini"),
-              "[LedgerComposer]\r\nZo\xEB = Zo\xEB\r\nalice = alice\r\n\r\n[User List]\r\nZo\xEB = Zo\xEB\r\n"
+              "[Ledger Composer]\r\nZo\xEB = Zo\xEB\r\nalice = alice\r\n\r\n[User List]\r\nZo\xEB = Zo\xEB\r\n"
               "alice = alice\r\n");
     ::SetForegroundWindow(main.Handle());
     Close(run, main.Handle(), VK_ESCAPE);

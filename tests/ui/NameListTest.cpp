@@ -80,6 +80,18 @@ const Names& SampleNames()
     return Samples;
 }
 
+TEST_F(NameListTest, TheFirstKeyInAMarkedListGoesToTheFirstName)
+{
+    list.Insert({L"alice", L"Bob"});
+    for (const WPARAM key : {VK_HOME, VK_DOWN}) {
+        list.SelectNone();
+        ListView_SetItemState(control, -1, 0, LVIS_FOCUSED);
+        ::SendMessageW(control, WM_SETFOCUS, 0, 0);
+        ::SendMessageW(control, WM_KEYDOWN, key, 1);
+        EXPECT_EQ(SelectedIn(control), Names{L"alice"}) << key;
+    }
+}
+
 TEST_F(NameListTest, MarksANameWhereTheKeysGo)
 {
     list.Insert({L"alice", L"Bob"});
