@@ -14,6 +14,7 @@ namespace {
 
 using CreateStandardObject = decltype(&::CreateStdAccessibleObject);
 using MakeAnswer = decltype(&::LresultFromObject);
+using AllocateText = decltype(&::SysAllocStringLen);
 
 /// The system's object of a control under another name. It belongs to whoever holds references to it.
 class NamedObject final : public IAccessible
@@ -59,7 +60,8 @@ public:
         if (child.vt != VT_I4 || child.lVal != CHILDID_SELF) {
             return m_standard->get_accName(child, name);
         }
-        *name = ::SysAllocStringLen(m_name.data(), static_cast<UINT>(m_name.size()));
+        const auto allocate = m_texts.Entry<AllocateText>("SysAllocStringLen");
+        *name = allocate != nullptr ? allocate(m_name.data(), static_cast<UINT>(m_name.size())) : nullptr;
         return *name != nullptr ? S_OK : E_OUTOFMEMORY;
     }
 
@@ -162,6 +164,7 @@ public:
 private:
     ~NamedObject() = default;
 
+    SystemLibrary m_texts{L"oleaut32.dll"};
     SystemLibrary m_library{L"oleacc.dll"}; // its code is in use until the object below is gone
     ComPtr<IAccessible> m_standard;
     const std::wstring m_name;
