@@ -1,4 +1,5 @@
-// A program with what valgrind is there to find: it asks a number that nobody has set, and loses the memory it stood in.
+// A program with what valgrind is there to find: it asks a number that nobody has set, and loses the memory it stood
+// in.
 #include <cstdio>
 #include <memory>
 
