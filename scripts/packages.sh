@@ -8,6 +8,7 @@ cmake                       the build
 ninja-build                 the build
 g++-mingw-w64-x86-64-posix  compiles Windows programs
 googletest                  the configured build holds the tests too
+python3                     so that it finds what its tests are run by
 wine                        runs Windows programs
 wine64                      runs Windows programs
 fp-utils                    compiles the help pages
