@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <new>
+#include <utility>
 
 namespace sitekeeper {
 namespace {
@@ -16,11 +17,12 @@ using CreateStandardObject = decltype(&::CreateStdAccessibleObject);
 using MakeAnswer = decltype(&::LresultFromObject);
 using AllocateText = decltype(&::SysAllocStringLen);
 
-/// The system's object of a control under another name. It belongs to whoever holds references to it.
-class NamedObject final : public IAccessible
+/// The system's object of a control under another name. It belongs to whoever holds references to it, and nobody else may
+/// destroy it.
+class NamedObject final : public IAccessible // NOLINT(cppcoreguidelines-virtual-class-destructor)
 {
 public:
-    NamedObject(HWND control, const std::wstring& name) : m_name(name)
+    NamedObject(HWND control, std::wstring name) : m_name(std::move(name))
     {
         const auto create = m_library.Entry<CreateStandardObject>("CreateStdAccessibleObject");
         if (create != nullptr) {
@@ -177,7 +179,7 @@ LRESULT AnswerWithName(HWND control, WPARAM request, const std::wstring& name) n
 {
     try {
         ComPtr<NamedObject> object;
-        *object.put() = new NamedObject(control, name);
+        *object.put() = new NamedObject(control, name); // NOLINT(cppcoreguidelines-owning-memory): it owns itself
         return object->Answer(request);
     } catch (const std::bad_alloc&) {
         return 0;
