@@ -17,8 +17,8 @@ using CreateStandardObject = decltype(&::CreateStdAccessibleObject);
 using MakeAnswer = decltype(&::LresultFromObject);
 using AllocateText = decltype(&::SysAllocStringLen);
 
-/// The system's object of a control under another name. It belongs to whoever holds references to it, and nobody else may
-/// destroy it.
+/// The system's object of a control under another name. It belongs to whoever holds references to it, and nobody else
+/// may destroy it.
 class NamedObject final : public IAccessible // NOLINT(cppcoreguidelines-virtual-class-destructor)
 {
 public:
