@@ -6,7 +6,7 @@ usage: web_server.py [--port N] [COMMAND ...]
 Without a command it prints its addresses and serves until it is interrupted. With one it serves while the command runs
 and ends with the command's exit code. The command finds in its environment
     SITEKEEPER_WEB              http://127.0.0.1:PORT
-    SITEKEEPER_WEB_TLS          https://localhost:PORT
+    SITEKEEPER_WEB_TLS          https://127.0.0.1:PORT
     SITEKEEPER_WEB_CERTIFICATE  the certificate of the authority behind that, a file (DER) by its Windows name
     SITEKEEPER_WEB_REFUSED      http://127.0.0.1:PORT where nobody listens
     SITEKEEPER_WEB_FOLDER       a folder by its Windows name, see /software-updates/
@@ -155,7 +155,9 @@ class Server(socketserver.ThreadingTCPServer):
 
 
 def make_certificate(folder):
-    """A certificate for localhost, and the one of the authority that stands for it, which nobody knows."""
+    """A certificate for the loopback, and the one of the authority that stands for it, which nobody knows.
+
+    The loopback goes by its number: an empty system may know no name of it."""
     def path(name):
         return os.path.join(folder, name)
 
@@ -165,9 +167,9 @@ def make_certificate(folder):
     new = ["-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256", "-nodes"]
     openssl("req", "-x509", *new, "-keyout", path("authority.key"), "-out", path("authority.pem"), "-days", "2",
             "-subj", f"/CN=Site Keeper test {os.getpid()}")
-    openssl("req", *new, "-keyout", path("server.key"), "-out", path("server.csr"), "-subj", "/CN=localhost")
+    openssl("req", *new, "-keyout", path("server.key"), "-out", path("server.csr"), "-subj", "/CN=127.0.0.1")
     with open(path("names"), "w", encoding="ascii") as names:
-        names.write("subjectAltName=DNS:localhost\n")
+        names.write("subjectAltName=DNS:127.0.0.1,IP:127.0.0.1\n")
     openssl("x509", "-req", "-in", path("server.csr"), "-CA", path("authority.pem"), "-CAkey", path("authority.key"),
             "-CAcreateserial", "-days", "2", "-extfile", path("names"), "-out", path("server.pem"))
     openssl("x509", "-in", path("authority.pem"), "-outform", "DER", "-out", path("authority.der"))
@@ -205,7 +207,7 @@ def main():
         nobody.bind(("127.0.0.1", 0))  # taken, so that nobody else listens there, and not listening
         return run(options.command, {
             "SITEKEEPER_WEB": f"http://127.0.0.1:{plain.server_address[1]}",
-            "SITEKEEPER_WEB_TLS": f"https://localhost:{secured.server_address[1]}",
+            "SITEKEEPER_WEB_TLS": f"https://127.0.0.1:{secured.server_address[1]}",
             "SITEKEEPER_WEB_CERTIFICATE": windows_name(certificate),
             "SITEKEEPER_WEB_REFUSED": f"http://127.0.0.1:{nobody.getsockname()[1]}",
             "SITEKEEPER_WEB_FOLDER": windows_name(folder),
