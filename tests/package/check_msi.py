@@ -62,7 +62,7 @@ class Sources:
         self.tools = constant(tree, "src/shortcuts/ShortcutCatalogue.cpp", r'applicationFolder \+ L"(\w+)"')
         self.help = constant(tree, "src/app/HelpFile.cpp", r'localAppPath \+ L"(\w+)\\\\"')
         self.link = constant(tree, "src/shortcuts/ShortcutCatalogue.cpp", r'\{L"([^"]+)", L"SiteKeeper%s.exe"')
-        self.library = constant(tree, "src/app/DialogsLibrary.cpp", r'L"(ORSW\w+)%s.dll"') + "64.dll"
+        self.dialogs_library = constant(tree, "src/app/DialogsLibrary.cpp", r'L"(ORSW\w+)%s.dll"') + "64.dll"
 
 
 def long_name(name):
@@ -101,8 +101,8 @@ def place_findings(tables, sources):
     places = {long_name(row["FileName"]): components[row["Component_"]]["Directory_"] for row in tables["File"]}
     if places != FILES:
         found.append(f"its files are {places}")
-    if sources.library not in places:
-        found.append(f"it lacks {sources.library}")
+    if sources.dialogs_library not in places:
+        found.append(f"it lacks {sources.dialogs_library}")
     found += [f"its shortcut is {long_name(row['Name'])}" for row in tables["Shortcut"]
               if long_name(row["Name"]) != sources.link]
     values = sorted(row["Name"] for row in tables["Registry"] if row["Key"] == sources.suite_key)
