@@ -47,9 +47,9 @@ AccessLists::AccessLists(const Platform& platform, const InstallationSettings& s
     : m_platform(platform), m_settings(settings), m_programPath(std::move(programPath))
 {}
 
-void AccessLists::ReadAccessList(AccessList list, std::vector<std::wstring>& names, Rebuild rebuild) const
+template <typename Take>
+void AccessLists::WalkAccessList(AccessList list, Rebuild rebuild, Take take) const
 {
-    names.clear();
     const std::wstring path = FilePath();
     const std::wstring section = SectionOf(list, LastRead);
     if (path.empty() || section.empty()) {
@@ -61,8 +61,16 @@ void AccessLists::ReadAccessList(AccessList list, std::vector<std::wstring>& nam
         RebuildGeneralList(file, m_platform.accounts);
     }
     file.SetSection(section);
-    std::vector<std::wstring> keys;
-    file.GetSectionEntries(keys, names);
+    file.WalkSectionValues(take);
+}
+
+void AccessLists::ReadAccessList(AccessList list, std::vector<std::wstring>& names, Rebuild rebuild) const
+{
+    names.clear();
+    WalkAccessList(list, rebuild, [&names](std::wstring_view name) {
+        names.emplace_back(name);
+        return true;
+    });
 }
 
 void AccessLists::WriteAccessList(AccessList list, const std::vector<std::wstring>& names) const
@@ -87,18 +95,10 @@ Admission AccessLists::IsUserAllowed(const std::wstring& userName, AccessList li
     if (EqualIgnoringCase(userName, AdministratorName)) {
         return Admission::Granted;
     }
-    const std::wstring path = FilePath();
-    const std::wstring section = SectionOf(list, LastRead);
-    if (path.empty() || section.empty()) {
-        return Admission::Granted;
-    }
-    // As a list that is read, but nobody keeps the names.
-    CIniFile file(m_platform.files, m_platform.codePage, m_programPath);
-    file.Open(path);
-    file.SetSection(section);
+    // Nobody keeps the names: copies of a long list took most of the time.
     bool isEmpty = true;
     bool isNamed = false;
-    file.WalkSectionValues([&](std::wstring_view name) {
+    WalkAccessList(list, Rebuild::No, [&](std::wstring_view name) {
         isEmpty = false;
         isNamed = EqualIgnoringCase(name, userName);
         return !isNamed;

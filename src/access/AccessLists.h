@@ -62,6 +62,9 @@ public:
     [[nodiscard]] Admission IsUserAllowed(const std::wstring& userName, AccessList list) const;
 
 private:
+    /// Hands on the names of a list, in the file's order, until `take` wants no more (false).
+    template <typename Take>
+    void WalkAccessList(AccessList list, Rebuild rebuild, Take take) const;
     [[nodiscard]] std::wstring FilePath() const;
 
     const Platform& m_platform;
