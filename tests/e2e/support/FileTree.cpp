@@ -23,8 +23,8 @@ class OpenFile
 {
 public:
     OpenFile(const std::wstring& path, DWORD access, DWORD disposition)
-        : m_file(
-              ::CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, disposition, 0, nullptr))
+        : m_file(::CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                               disposition, 0, nullptr))
     {}
     OpenFile(const OpenFile&) = delete;
     OpenFile& operator=(const OpenFile&) = delete;
@@ -98,6 +98,9 @@ std::optional<std::string> ReadWholeFile(const std::wstring& path)
 {
     const OpenFile file(path, GENERIC_READ, OPEN_EXISTING);
     if (!file.IsOpen()) {
+        if (::GetLastError() != ERROR_FILE_NOT_FOUND && ::GetLastError() != ERROR_PATH_NOT_FOUND) {
+            Refuse("cannot read", path);
+        }
         return std::nullopt;
     }
     std::string content;
