@@ -1,8 +1,8 @@
 #include "ProgramStart.h"
 
-#include "frame/Handles.h"
 #include "Measure.h"
 #include "res/ResourceIds.h"
+#include "win32/Handles.h"
 
 #include <windows.h>
 

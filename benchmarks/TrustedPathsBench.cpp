@@ -4,8 +4,8 @@
 //
 // trusted_paths_bench [RUNS]
 #include "autocad/TrustedPathKeys.h"
-#include "frame/Handles.h"
 #include "Measure.h"
+#include "win32/Handles.h"
 #include "win32/Win32Registry.h"
 
 #include <windows.h>

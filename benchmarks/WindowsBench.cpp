@@ -3,11 +3,11 @@
 // alternate, as Measure.h says.
 //
 // windows_bench PROGRAM BARE ARTWORK_KIB [RUNS]
-#include "frame/Handles.h"
 #include "Measure.h"
 #include "ProgramStart.h"
 #include "shortcuts/ShortcutCatalogue.h"
 #include "shortcuts/ShortcutFiles.h"
+#include "win32/Handles.h"
 #include "win32/Win32FileSystem.h"
 #include "win32/Win32Shell.h"
 

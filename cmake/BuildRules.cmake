@@ -7,6 +7,8 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(SITEKEEPER_SANITIZE "" CACHE STRING "Sanitizers for the whole build, as -fsanitize takes them")
 option(SITEKEEPER_TRAPS "Undefined behaviour ends the program by an illegal instruction, for builds without a runtime to report it" OFF)
 option(SITEKEEPER_COVERAGE "Count which lines and branches a run takes" OFF)
+option(SITEKEEPER_JOIN_TESTS "Compile several test files as one: half the time, and blind to a missing include" OFF)
+option(SITEKEEPER_LONE_HEADERS "Compile each header alone too, in debug builds" ON)
 
 find_program(CCACHE ccache)
 if(CCACHE)
@@ -65,7 +67,7 @@ endif()
 
 # sitekeeper_lone_headers(target FOLDER… | FILES HEADER…): each header compiles alone, in debug builds.
 function(sitekeeper_lone_headers target)
-  if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" OR SITEKEEPER_COVERAGE)
+  if(NOT SITEKEEPER_LONE_HEADERS OR NOT CMAKE_BUILD_TYPE STREQUAL "Debug" OR SITEKEEPER_COVERAGE)
     return()
   endif()
   cmake_parse_arguments(PARSE_ARGV 1 lone "" "" "FILES")

@@ -51,13 +51,13 @@ run_journeys() {
 
 is_current() {
     local kept=$1 fresh=$2 kept_size fresh_size differing
-    kept_size=$(identify -format '%wx%h' "$kept")
-    fresh_size=$(identify -format '%wx%h' "$fresh")
+    kept_size=$(/usr/bin/identify -format '%wx%h' "$kept")
+    fresh_size=$(/usr/bin/identify -format '%wx%h' "$fresh")
     if [[ $kept_size != "$fresh_size" ]]; then
         echo "$kept is $kept_size, the program now gives $fresh_size"
         return 1
     fi
-    differing=$(compare -metric AE -fuzz "$colour_tolerance" "$kept" "$fresh" null: 2>&1) || true
+    differing=$(/usr/bin/compare -metric AE -fuzz "$colour_tolerance" "$kept" "$fresh" null: 2>&1) || true
     if ((differing * 10000 > pixels_per_ten_thousand * ${kept_size%x*} * ${kept_size#*x})); then
         echo "$kept no longer shows the program: $differing pixels differ"
         return 1
@@ -72,7 +72,7 @@ code=0
 while read -r picture _ moment size; do
     [[ -n $picture ]] || continue
     fresh=$work/$picture.png
-    convert "$work/$moment.bmp" -shave "${surroundings}x$surroundings" +repage -filter Lanczos -resize "$size" \
+    /usr/bin/convert "$work/$moment.bmp" -shave "${surroundings}x$surroundings" +repage -filter Lanczos -resize "$size" \
         -strip -define png:compression-level=9 "PNG24:$fresh"
     if [[ $checking == no ]]; then
         cp "$fresh" "$here/pictures/"

@@ -26,7 +26,7 @@ OTHER_LICENSES = ("public-domain", "Lucent", "David-Gay", "Permissive-Sun", "Kei
 # Says Debian's copyright file without a text.
 PUBLIC_DOMAIN = "In the public domain, as the copyright file of the Debian package says."
 
-# What may be inside: name, the file it comes from, licence, supplier, page. The first pattern that fits a file counts.
+# What may be inside: name, the file it comes from, licence, page. The first pattern that fits a file counts.
 LIBRARIES = (
     ("libstdc++", r"libstdc\+\+\.a$|libsupc\+\+\.a$", GCC_LICENSE, "https://gcc.gnu.org/"),
     ("libgcc", r"libgcc(_eh)?\.a$|crtbegin\.o$|crtend\.o$", GCC_LICENSE, "https://gcc.gnu.org/"),
@@ -52,7 +52,7 @@ def linked_files(link_map):
 
 def is_import_library(file):
     """A library of the system that is only named in the program, and not inside it."""
-    known = r"lib(advapi32|comctl32|comdlg32|gdi32|kernel32|ole32|oleaut32|shell32|user32|winspool)\.a$"
+    known = r"lib(advapi32|comctl32|gdi32|kernel32|ole32|shell32|user32)\.a$"
     return re.search(known, file) is not None
 
 

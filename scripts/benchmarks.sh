@@ -129,13 +129,13 @@ measure_ini_bench() {
 }
 
 measure_ini_memory() {
-    local program=$native_programs/ini_memory libraries count ours library
+    local program=$native_programs/ini_memory libraries count ours theirs library
     mapfile -t libraries < <("$program")
     for count in 100000 $(full_or_quick 1000000 ''); do
         ours=$("$program" "${libraries[0]}" "$count")
         for library in "${libraries[@]:1}"; do
-            printf 'peak of one load\t%s\tKiB\t%s\t%s\t%s\n' "$count" "$ours" "$library" \
-                "$("$program" "$library" "$count")"
+            theirs=$("$program" "$library" "$count")
+            printf 'peak of one load\t%s\tKiB\t%s\t%s\t%s\n' "$count" "$ours" "$library" "$theirs"
         done
     done
 }

@@ -24,6 +24,11 @@ configure_preset() {
     cmake "${anew[@]}" --preset "$1"
 }
 
+# The version that a preset was configured with.
+product_version() {
+    sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$build_dir/$1/CMakeCache.txt"
+}
+
 # build_preset PRESET [TARGET...]; two commands at once take turns in one build folder.
 build_preset() {
     local preset=$1 targets=()

@@ -16,10 +16,10 @@ demo_stands() {
 
 # --- files -----------------------------------------------------------------------------------------------------
 
-# Copies what the build has made anew; a build that does not make it is a build without it.
+# Copies what the build has made anew.
 refresh() {
     local from=$1 folder=$2
-    if [[ -f $from ]] && ! cmp -s "$from" "$folder/${from##*/}"; then
+    if ! cmp -s "$from" "$folder/${from##*/}"; then
         mkdir -p "$folder"
         cp --remove-destination "$from" "$folder/"
     fi

@@ -196,7 +196,7 @@ tier_mingw-release() {
 # A version of the same files that is newer than the one handed out.
 make_newer_package() {
     local version
-    version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$build_dir/mingw-release/CMakeCache.txt")
+    version=$(product_version mingw-release)
     "$root/packaging/make_msi.sh" "$((${version%%.*} + 1)).0.0" "$(date +%s)" "$build_dir/mingw-release" "$1"
 }
 
@@ -218,12 +218,13 @@ package_journey() {
 # What is handed out: made, held to its descriptions, and taken through its life on a machine.
 tier_package() {
     local checks=$root/tests/package made=$build_dir/package files=$build_dir/mingw-release
-    local newer=$build_dir/package-newer.msi journey
+    local newer=$build_dir/package-newer.msi journeys journey
     need build_preset mingw-release demo
     ((job_rc == 0)) || return 0
     need "$root/package"
     ((job_rc == 0)) || return 0
     need make_newer_package "$newer"
+    ((job_rc == 0)) || return 0
     check package.tables "$checks/check_msi.py" "$made/SiteKeeper.msi" "$root" "$files"
     check package.policy "$checks/check_policy.py" "$made/policy" "$root"
     check package.winget "$checks/check_winget.py" "$made/winget" "$made/SiteKeeper.msi"
@@ -232,16 +233,20 @@ tier_package() {
     check package.whole "$checks/handed_out.sh" whole "$root" "$made"
     check package.repeatable "$checks/handed_out.sh" repeatable "$root" "$made"
     check package.signed "$checks/handed_out.sh" signed "$root" "$made"
+    journeys=$("$checks/journeys.py" --list 2>>"$tier_log") || {
+        add_failure package.journeys
+        return 0
+    }
     start_screen
-    for journey in $("$checks/journeys.py" --list); do
+    for journey in $journeys; do
         package_journey "$journey" "$made" "$newer"
     done
     stop_screen
 }
 
 tier_tidy() {
-    check 'tidy of the native build' build_preset native-clang tidy
-    check 'tidy of the Windows build' build_preset mingw-debug tidy
+    check 'tidy of the native build' build_preset native-release tidy
+    check 'tidy of the Windows build' build_preset mingw-release tidy
 }
 
 tier_native-debug() {
@@ -271,15 +276,17 @@ forget_counts() {
 
 tier_native-coverage() {
     need build_preset native-coverage
+    ((job_rc == 0)) || return 0
     forget_counts native-coverage
     native_tier
 }
 
 # Adapters, dialogs and journeys on one screen; then what both builds counted, together.
 tier_mingw-coverage() {
-    start_screen
     need build_preset mingw-coverage
+    ((job_rc == 0)) || return 0
     forget_counts mingw-coverage
+    start_screen
     # A program counts where it was built, whatever drive it stands on.
     export GCOV_PREFIX=Z:
     wine_tier

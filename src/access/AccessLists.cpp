@@ -81,7 +81,9 @@ void AccessLists::WriteAccessList(AccessList list, const std::vector<std::wstrin
         return;
     }
     CIniFile file(m_platform.files, m_platform.codePage, m_programPath);
-    file.Open(path);
+    if (file.Open(path) != CIniFile::Success && m_platform.files.Exists(path)) {
+        return; // saved now, the one list would take the place of all of them
+    }
     file.DeleteSection(section);
     file.SetSection(section);
     file.SetValues(names, names);

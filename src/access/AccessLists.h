@@ -40,7 +40,8 @@ enum class Admission
 /// Reads and writes "UserDatafile.ini" in the data-files folder. Nothing is kept between calls: each opens the file
 /// anew, and each change is saved at once, the last one winning. Without a data-files folder lists are empty and
 /// nothing is written. A file that cannot be read counts as empty, one that cannot be written loses the change
-/// silently.
+/// silently. So does one that is there and cannot be read: one list would take the place of all. Only the general list
+/// collected anew is saved all the same, alone.
 class AccessLists
 {
 public:

@@ -31,7 +31,7 @@ struct Packing
     std::size_t longest = 0;
     /// Each character is one digit, the greater the later it comes in the alphabet; zero stands behind a key's end.
     std::uint64_t base = 1;
-    /// The digits where no character is above 255: then only those that occur are counted, and more of them fit in.
+    /// The digits where no character is above 254: then only those that occur are counted, and more of them fit in.
     std::array<std::uint8_t, 256> digits{};
     bool isNarrow = true;
 };

@@ -44,7 +44,7 @@ public:
     /// `programPath` without the ".", "e" and "x" characters at its end, whatever they belong to, and with ".ini".
     [[nodiscard]] static std::wstring DefaultFileName(std::wstring_view programPath);
 
-    /// Takes the file's name and loads it.
+    /// Takes the file's name and loads it, with the results of LoadFile.
     int Open(const std::wstring& path);
 
     /// Loads the file in place of all entries. CannotOpen when it cannot be opened or read to its end; the entries are
@@ -116,6 +116,13 @@ private:
 
     using TextArray = std::vector<std::wstring_view>;
 
+    /// Hashes section names like keys, with the index's own number mixed in.
+    struct NameHash
+    {
+        const EntryIndex& index;
+        std::size_t operator()(std::wstring_view name) const noexcept { return index.HashOf(0, name); }
+    };
+
     [[nodiscard]] std::uint32_t FindEntry(std::wstring_view strippedKey) const;
     [[nodiscard]] std::uint32_t FindEntry(std::uint32_t hash, std::wstring_view section,
                                           std::wstring_view strippedKey) const;
@@ -149,18 +156,19 @@ private:
     TextArray m_aValues;
     std::wstring m_strSection;
 
-    // What makes the above quick: each section name stands once in the pool, so that its place there tells sections
-    // apart, and the index finds entries by section and key.
     FileSystem& m_files;
     const CodePage& m_codePage;
     /// How many errors were on their way when the store was made.
     int m_errorsBefore;
+
+    // What makes the above quick: each section name stands once in the pool, so that its place there tells sections
+    // apart, and the index finds entries by section and key.
     TextPool m_texts;
-    std::unordered_set<std::wstring_view> m_sectionNames;
+    EntryIndex m_index;
+    std::unordered_set<std::wstring_view, NameHash> m_sectionNames{0, NameHash{m_index}};
     /// The current section's name in the pool; nothing while no value was ever set in it.
     std::wstring_view m_currentName;
     bool m_isCurrentNamed = false;
-    EntryIndex m_index;
 };
 
 } // namespace sitekeeper

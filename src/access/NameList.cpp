@@ -4,13 +4,14 @@
 
 #include <algorithm>
 #include <iterator>
-#include <string_view>
 #include <utility>
 
 namespace sitekeeper {
 namespace {
 
-constexpr int NoItem = -1; // as the control says it
+// As the control takes and gives them.
+constexpr int NoItem = -1;
+constexpr int AllItems = -1;
 
 /// The text of an item, of any length.
 std::wstring ItemText(HWND list, int place)
@@ -212,7 +213,7 @@ std::vector<std::size_t> CNameList::Selected() const
 {
     const SubclassPause pause(*this);
     std::vector<std::size_t> places;
-    LRESULT place = -1;
+    LRESULT place = NoItem;
     while ((place = ::SendMessageW(Handle(), LVM_GETNEXTITEM, static_cast<WPARAM>(place), LVNI_SELECTED)) >= 0) {
         places.push_back(static_cast<std::size_t>(place));
     }
@@ -232,12 +233,12 @@ std::vector<std::wstring> CNameList::NamesAt(const std::vector<std::size_t>& pla
 
 void CNameList::SelectAll()
 {
-    SetItemState(Handle(), -1, LVIS_SELECTED, LVIS_SELECTED);
+    SetItemState(Handle(), AllItems, LVIS_SELECTED, LVIS_SELECTED);
 }
 
 void CNameList::SelectNone()
 {
-    SetItemState(Handle(), -1, 0, LVIS_SELECTED);
+    SetItemState(Handle(), AllItems, 0, LVIS_SELECTED);
 }
 
 void CNameList::SelectOnly(std::size_t place)
@@ -281,7 +282,7 @@ void CNameList::ShowMark()
 void CNameList::HideMark()
 {
     if (std::exchange(m_isMarked, false) && ListView_GetNextItem(Handle(), NoItem, LVNI_SELECTED) == NoItem) {
-        ListView_SetItemState(Handle(), NoItem, 0, LVIS_FOCUSED);
+        ListView_SetItemState(Handle(), AllItems, 0, LVIS_FOCUSED);
     }
 }
 
@@ -332,9 +333,11 @@ void CNameList::Add(std::vector<Item> sorted)
     for (const std::size_t place : Selected()) {
         wasSelected[place] = true;
     }
+    // Room for all beforehand: from the first item moved on, nothing may fail.
     std::vector<Item> all;
     std::vector<bool> isSelected;
     all.reserve(m_items.size() + sorted.size());
+    isSelected.reserve(m_items.size() + sorted.size());
     std::size_t old = 0;
     for (Item& item : sorted) {
         for (; old < m_items.size() && m_items[old].key <= item.key; ++old) {
@@ -395,21 +398,23 @@ void CNameList::InsertAt(std::size_t place, const Item& item)
 
 void CNameList::TakeOver()
 {
-    if (!std::exchange(m_isStale, false)) {
+    if (!m_isStale) {
         return;
     }
     const SubclassPause pause(*this);
     const auto count = static_cast<int>(::SendMessageW(Handle(), LVM_GETITEMCOUNT, 0, 0));
-    m_items.clear();
+    std::vector<Item> items;
     for (int place = 0; place < count; ++place) {
-        m_items.push_back(ItemFor(ItemText(Handle(), place)));
+        items.push_back(ItemFor(ItemText(Handle(), place)));
     }
     const auto isBefore = [](const Item& left, const Item& right) { return left.key < right.key; };
-    if (!std::is_sorted(m_items.begin(), m_items.end(), isBefore)) {
-        std::vector<Item> items = m_items;
-        std::stable_sort(items.begin(), items.end(), isBefore);
-        Refill(std::move(items), {});
+    if (std::is_sorted(items.begin(), items.end(), isBefore)) {
+        m_items = std::move(items);
+        m_isStale = false;
+        return;
     }
+    std::stable_sort(items.begin(), items.end(), isBefore);
+    Refill(std::move(items), {});
 }
 
 } // namespace sitekeeper

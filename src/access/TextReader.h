@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <utility>
 
 namespace sitekeeper {
 

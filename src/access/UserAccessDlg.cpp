@@ -3,10 +3,9 @@
 #include "res/ResourceIds.h"
 #include "win32/WindowIds.h"
 
-#include <cstdint>
+#include <algorithm>
 #include <optional>
 #include <string_view>
-#include <utility>
 #include <vector>
 #include <windowsx.h>
 

@@ -4,8 +4,8 @@
 #include "access/AccessLists.h"
 #include "access/NameList.h"
 #include "frame/Dialog.h"
-#include "frame/Handles.h"
 #include "platform/Clipboard.h"
+#include "win32/Handles.h"
 
 #include <windows.h>
 

@@ -8,8 +8,8 @@
 
 namespace sitekeeper {
 
-/// The sentence for an error: a PlatformError's own, with its code behind it; for anything else that it was
-/// unexpected.
+/// The sentence for an error: a PlatformError's own, with its code behind it; for std::bad_alloc that there is not
+/// enough memory; for anything else that it was unexpected.
 [[nodiscard]] std::wstring DescribeError(const std::exception_ptr& error);
 
 /// Tells the administrator of `error` in one message with the product's title. Called outside any window message, so

@@ -1,10 +1,10 @@
 #include "app/SiteKeeperApp.h"
 
 #include "access/AccessLists.h"
-#include "app/AccessGate.h"
 #include "app/DlgOccManager.h"
 #include "app/ErrorReport.h"
 #include "app/HelpFile.h"
+#include "app/RefusalText.h"
 #include "maindlg/SiteKeeperDlg.h"
 #include "res/ResourceIds.h"
 #include "settings/Product.h"

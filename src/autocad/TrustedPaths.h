@@ -14,7 +14,8 @@ namespace sitekeeper {
 
 /// Adds the five design folders of the suite to the trusted paths in each of `keys`, keys below HKEY_LOCAL_MACHINE,
 /// with the release that stands at the same place of `releases`. A product whose paths hold the first of the folders,
-/// in any case of letters, is left untouched. Whether a write succeeds is not looked at.
+/// in any case of letters, is left untouched. Paths that cannot be read, or are longer than 2048 bytes, count as none:
+/// the five then stand alone. Whether a write succeeds is not looked at.
 ///
 /// The place in the text at which the search for the first folder begins is 0 for the first product and carried over
 /// from product to product, deliberately: behind a product that was left untouched the search begins at the character

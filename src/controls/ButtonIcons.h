@@ -1,7 +1,7 @@
 // The icons of a bitmap button, apart from its window: measuring them, and making new ones of them.
 #pragma once
 
-#include "frame/Handles.h"
+#include "win32/Handles.h"
 
 #include <windows.h>
 

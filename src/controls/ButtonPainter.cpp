@@ -1,6 +1,6 @@
 #include "controls/ButtonPainter.h"
 
-#include "frame/Handles.h"
+#include "win32/Handles.h"
 
 namespace sitekeeper {
 namespace {

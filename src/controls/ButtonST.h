@@ -5,8 +5,8 @@
 #include "controls/ButtonPainter.h"
 #include "controls/ButtonSound.h"
 #include "controls/ButtonTip.h"
-#include "frame/Handles.h"
 #include "frame/Wnd.h"
+#include "win32/Handles.h"
 
 #include <windows.h>
 

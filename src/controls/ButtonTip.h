@@ -25,6 +25,7 @@ public:
     /// Lets the tip see a message of the button.
     void Relay(MSG& message) const;
 
+    /// Destroys the control; nothing happens when there is none. The next use makes it anew, without a text.
     void Drop() noexcept;
 
     /// Null before it is made.

@@ -1,7 +1,7 @@
 #include "controls/FolderBrowser.h"
 
-#include "frame/Handles.h"
 #include "text/Paths.h"
+#include "win32/Handles.h"
 
 namespace sitekeeper {
 
@@ -65,12 +65,12 @@ bool CBrowseFolderShell::SelectFolder()
     m_displayName.fill(L'\0');
     // Whether the item has a path is not looked at: a chosen item counts as chosen, with an empty path if need be.
     ::SHGetPathFromIDListW(item, m_displayName.data());
-    m_selectedFolder = m_displayName.data();
 
     ComPtr<IMalloc> allocator;
     if (SUCCEEDED(::SHGetMalloc(allocator.put()))) {
         allocator->Free(item);
     }
+    m_selectedFolder = m_displayName.data();
     return true;
 }
 

@@ -72,6 +72,11 @@ void SplashScreen::HideSplashScreen(int minimumSeconds)
     while (m_clock.Now() < deadline) {
         MSG message{};
         while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+            if (message.message == WM_QUIT) {
+                ::PostQuitMessage(static_cast<int>(message.wParam)); // the end is for whoever comes next, too
+                Remove();
+                return;
+            }
             ::TranslateMessage(&message);
             ::DispatchMessageW(&message);
         }

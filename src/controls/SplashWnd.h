@@ -1,10 +1,10 @@
 // The picture shown while the program starts.
 #pragma once
 
-#include "frame/Handles.h"
 #include "frame/WinApp.h"
 #include "frame/Wnd.h"
 #include "platform/Clock.h"
+#include "win32/Handles.h"
 
 #include <windows.h>
 

@@ -7,6 +7,7 @@
 
 namespace sitekeeper {
 
+/// No operation raises an error: each side has a runtime of its own.
 class CORSWSplashMsgDlg
 {
 public:
@@ -22,7 +23,7 @@ public:
     virtual int Create(HINSTANCE application) = 0;
 
     /// What the window shows. Each change is painted before the call returns, since the caller goes on working without
-    /// handling messages.
+    /// handling messages. A text for which there is no memory leaves the one before it.
     virtual void SetTitle(const wchar_t* title) = 0;
     virtual void SetMessage(const wchar_t* message) = 0;
     virtual void SetIcon(UINT iconId) = 0;

@@ -1,5 +1,7 @@
 #include "dialogs/SplashMessageWindow.h"
 
+#include <new>
+
 namespace sitekeeper {
 namespace {
 
@@ -22,6 +24,8 @@ SplashMessageWindow::~SplashMessageWindow()
     if (m_window != nullptr) {
         ::DestroyWindow(m_window);
     }
+    // With the last window goes its class: the system would keep it beyond the library, with a procedure that is gone.
+    ::UnregisterClassW(ClassName, m_library);
     if (m_font != nullptr) {
         ::DeleteObject(m_font);
     }
@@ -94,7 +98,11 @@ void SplashMessageWindow::SetTitle(const wchar_t* title)
 
 void SplashMessageWindow::SetMessage(const wchar_t* message)
 {
-    m_message = message;
+    try {
+        m_message = message;
+        // The program has a runtime of its own and could not catch what this library's raises.
+    } catch (const std::bad_alloc&) { // NOLINT(bugprone-empty-catch)
+    }
     PaintNow();
 }
 

@@ -1,6 +1,6 @@
 #include "frame/AccessibleName.h"
 
-#include "frame/Handles.h"
+#include "win32/Handles.h"
 #include "win32/SystemLibrary.h"
 
 #include <oleacc.h>

@@ -10,6 +10,30 @@ namespace {
 constexpr WORD FromMenuOrClick = 0; // menu item, or BN_CLICKED
 constexpr WORD FromAccelerator = 1;
 
+/// A window that takes no input meanwhile, also when an error ends that; one that took none before is left alone.
+class DisabledWindow
+{
+public:
+    explicit DisabledWindow(HWND window)
+        : m_window(window != nullptr && ::IsWindowEnabled(window) != FALSE ? window : nullptr)
+    {
+        Enable(FALSE);
+    }
+    DisabledWindow(const DisabledWindow&) = delete;
+    DisabledWindow& operator=(const DisabledWindow&) = delete;
+    ~DisabledWindow() { Enable(TRUE); }
+
+private:
+    void Enable(BOOL isEnabled) const
+    {
+        if (m_window != nullptr) {
+            ::EnableWindow(m_window, isEnabled);
+        }
+    }
+
+    HWND m_window;
+};
+
 BOOL CALLBACK TellOfColours(HWND control, LPARAM /*unused*/)
 {
     ::SendMessageW(control, WM_SYSCOLORCHANGE, 0, 0);
@@ -35,17 +59,13 @@ INT_PTR CDialog::DoModal()
     m_result = -1;
     m_error = nullptr;
     m_isRunning = true;
-    const bool isOwnerDisabled = owner != nullptr && ::IsWindowEnabled(owner) != FALSE;
-    if (isOwnerDisabled) {
-        ::EnableWindow(owner, FALSE);
-    }
-    Make();
-    if (Handle() != nullptr && m_error == nullptr) {
-        RunLoop();
-    }
-    // The owner must be enabled before the dialog goes, or another program's window would come to the front.
-    if (isOwnerDisabled) {
-        ::EnableWindow(owner, TRUE);
+    {
+        const DisabledWindow disabledOwner(owner);
+        Make();
+        if (Handle() != nullptr && m_error == nullptr) {
+            RunLoop();
+        }
+        // The owner must be enabled before the dialog goes, or another program's window would come to the front.
     }
     DestroyWindow();
     if (m_error != nullptr) {

@@ -29,10 +29,8 @@ public:
             m_isExhausted = true;
             return 0;
         }
-        const auto low = std::to_integer<unsigned>(m_bytes[m_position]);
-        const auto high = std::to_integer<unsigned>(m_bytes[m_position + 1]);
         m_position += 2;
-        return static_cast<std::uint16_t>(low | high << 8U);
+        return WordAt(m_bytes, m_position - 2);
     }
 
     void SkipText()
@@ -60,12 +58,6 @@ private:
     std::size_t m_position;
     bool m_isExhausted = false;
 };
-
-void AppendWord(std::vector<std::byte>& bytes, std::uint16_t word)
-{
-    bytes.push_back(static_cast<std::byte>(word & 0xFFU));
-    bytes.push_back(static_cast<std::byte>(word >> 8U));
-}
 
 std::size_t AlignedUp(std::size_t position)
 {

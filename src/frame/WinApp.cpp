@@ -1,11 +1,13 @@
 #include "frame/WinApp.h"
 
+#include "text/Paths.h"
+
 #include <commctrl.h>
 
 namespace sitekeeper {
 namespace {
 
-constexpr UINT AppNameString = 57344; // AFX_IDS_APP_TITLE, the customary number
+constexpr UINT AppNameString = 57344; // as the header says, the application's name
 
 } // namespace
 
@@ -58,10 +60,7 @@ std::wstring CWinApp::ProgramFile()
 std::wstring CWinApp::ProgramHelpFile()
 {
     const std::wstring program = ProgramFile();
-    const std::size_t dot = program.rfind(L'.');
-    const std::size_t name = program.rfind(L'\\');
-    const bool hasExtension = dot != std::wstring::npos && (name == std::wstring::npos || dot > name);
-    return (hasExtension ? program.substr(0, dot) : program) + L".HLP";
+    return program.substr(0, ExtensionStart(program)) + L".HLP";
 }
 
 std::wstring CWinApp::ResourceText(HINSTANCE instance, UINT id)

@@ -3,6 +3,7 @@
 #include "maindlg/VersionStrings.h"
 #include "settings/Product.h"
 #include "settings/RegistryText.h"
+#include "text/Paths.h"
 #include "text/Text.h"
 
 #include <cstddef>
@@ -12,9 +13,7 @@ namespace sitekeeper {
 std::wstring BuildAboutText(const VersionResources& resources, const Registry& registry,
                             const std::wstring& programFile)
 {
-    const std::size_t name = programFile.rfind(L'\\') + 1; // 0 without a folder
-    const std::size_t lastDot = programFile.rfind(L'.');
-    const std::size_t dot = lastDot == std::wstring::npos || lastDot < name ? programFile.size() : lastDot;
+    const std::size_t dot = ExtensionStart(programFile);
     VersionStrings strings;
     ReadVersionStrings(resources, strings, programFile.substr(0, dot), programFile.substr(dot));
     const std::wstring& version = strings[VersionString::ProductVersion];

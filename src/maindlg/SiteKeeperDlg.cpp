@@ -9,6 +9,7 @@
 
 #include <commctrl.h>
 
+#include <new>
 #include <optional>
 #include <utility>
 
@@ -16,10 +17,6 @@ namespace sitekeeper {
 namespace {
 
 constexpr int SmallIcon = 16;
-
-/// 2000-01-01 00:00:00, the reminder date of an installation that has none.
-constexpr CalendarTime NoReminder{2000, 1, 1, 0, 0, 0};
-constexpr std::uint32_t DefaultReminderDays = 7;
 
 } // namespace
 
@@ -33,12 +30,21 @@ CSiteKeeperDlg::CSiteKeeperDlg(CWinApp& app, Context context)
 CSiteKeeperDlg::~CSiteKeeperDlg()
 {
     DestroyWindow();
+    try {
+        SaveWindowPosition();
+        // Without memory the position is lost, and what let go of the dialog is still reported.
+    } catch (const std::bad_alloc&) { // NOLINT(bugprone-empty-catch)
+    }
+    m_remainingProgressWindows.clear(); // their code is in the library
+    m_context.platform.modules.Release(std::exchange(m_context.dialogsLibrary, ModuleId::None));
+}
+
+void CSiteKeeperDlg::SaveWindowPosition()
+{
     const RECT& r = m_windowRectangle;
     m_context.settings.WriteString(Hive::CurrentUser, App().ProfileKey(L"WindowPosition"), L"Application",
                                    Fill(L"%d,%d,%d,%d", {std::to_wstring(r.left), std::to_wstring(r.top),
                                                          std::to_wstring(r.right), std::to_wstring(r.bottom)}));
-    m_remainingProgressWindows.clear(); // their code is in the library
-    m_context.platform.modules.Release(std::exchange(m_context.dialogsLibrary, ModuleId::None));
 }
 
 LRESULT CSiteKeeperDlg::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
@@ -182,7 +188,7 @@ void CSiteKeeperDlg::RegisterWithResizer()
 void CSiteKeeperDlg::LoadReminder()
 {
     const Clock& clock = m_context.platform.clock;
-    const std::optional<Seconds> fallback = clock.FromLocal(NoReminder);
+    const std::optional<Seconds> fallback = clock.FromLocal(NoUpdateDate);
     if (!fallback) {
         throw PlatformError(ResultCode::InvalidArgument, L"The system's calendar cannot convert dates.");
     }
@@ -197,7 +203,7 @@ void CSiteKeeperDlg::LoadReminder()
         time.wSecond = static_cast<WORD>(local->second);
         DateTime_SetSystemtime(m_reminderDate.Handle(), GDT_VALID, &time);
     }
-    m_reminderDays = static_cast<std::int32_t>(m_context.settings.ReadUpdateDays(m_reminderKey, DefaultReminderDays));
+    m_reminderDays = static_cast<std::int32_t>(m_context.settings.ReadUpdateDays(m_reminderKey, DefaultUpdateDays));
 }
 
 void CSiteKeeperDlg::PaintMinimised()

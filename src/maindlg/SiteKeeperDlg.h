@@ -6,10 +6,10 @@
 #include "controls/CtrlResizer.h"
 #include "dialogs/SplashMessageDialog.h"
 #include "frame/Dialog.h"
-#include "frame/Handles.h"
 #include "maindlg/InstallationFolders.h"
 #include "platform/Platform.h"
 #include "settings/InstallationSettings.h"
+#include "win32/Handles.h"
 
 #include <windows.h>
 
@@ -88,6 +88,7 @@ private:
     void OpenHelp(HelpPage page);
     void PaintMinimised();
     [[nodiscard]] CalendarTime PickedDate() const;
+    void SaveWindowPosition();
     /// What the session list shows; empty when nothing is selected.
     [[nodiscard]] std::wstring SelectedSession() const;
     [[nodiscard]] WindowId Id() const;

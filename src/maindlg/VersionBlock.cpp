@@ -4,7 +4,6 @@
 #include "text/Utf16.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <string>
 
 namespace sitekeeper {
@@ -16,11 +15,6 @@ constexpr std::size_t UnitSize = 2;
 constexpr std::size_t HeaderSize = 3 * UnitSize; // length, length of the value, type
 constexpr std::size_t Alignment = 4;
 constexpr std::size_t TextType = 1;
-
-std::size_t UnitAt(Bytes bytes, std::size_t place)
-{
-    return std::to_integer<std::size_t>(bytes[place]) | std::to_integer<std::size_t>(bytes[place + 1]) << 8U;
-}
 
 std::size_t Aligned(std::size_t place)
 {
@@ -49,14 +43,14 @@ std::optional<Node> ReadNode(Bytes bytes)
     if (bytes.size() < HeaderSize) {
         return std::nullopt;
     }
-    const std::size_t length = std::min(UnitAt(bytes, 0), bytes.size());
+    const std::size_t length = std::min<std::size_t>(WordAt(bytes, 0), bytes.size());
     if (length < HeaderSize) {
         return std::nullopt;
     }
     const Bytes own = bytes.first(length);
-    const std::size_t valueLength = UnitAt(own, UnitSize) * (UnitAt(own, 2 * UnitSize) == TextType ? UnitSize : 1);
+    const std::size_t valueLength = std::size_t{WordAt(own, UnitSize)} * (WordAt(own, 2 * UnitSize) == TextType ? UnitSize : 1);
     std::size_t end = HeaderSize; // of the name
-    while (end + UnitSize <= own.size() && UnitAt(own, end) != 0) {
+    while (end + UnitSize <= own.size() && WordAt(own, end) != 0) {
         end += UnitSize;
     }
     if (end + UnitSize > own.size()) {

@@ -14,7 +14,7 @@ namespace {
 constexpr std::uint32_t WesternCodePage = 1252;
 
 /// The names in a version resource, in the order of VersionString.
-constexpr std::array<const wchar_t*, VersionStrings::Count> Names = {
+constexpr std::array<const wchar_t*, VersionStrings::Count> ResourceNames = {
     L"Comments",        L"CompanyName",      L"FileDescription", L"FileVersion", L"InternalName",   L"LegalCopyright",
     L"LegalTrademarks", L"OriginalFilename", L"PrivateBuild",    L"ProductName", L"ProductVersion", L"SpecialBuild"};
 
@@ -33,14 +33,10 @@ std::wstring TextsOf(const VersionBlock& block)
 {
     const std::optional<std::span<const std::byte>> found = block.Query(L"\\VarFileInfo\\Translation");
     const std::span<const std::byte> translation = found.value_or(std::span<const std::byte>());
-    const auto number = [translation](std::size_t place) {
-        return std::to_integer<std::uint32_t>(translation[place]) |
-               std::to_integer<std::uint32_t>(translation[place + 1]) << 8U;
-    };
     constexpr std::size_t EntrySize = 4; // language, then code page
     const bool isWhole = translation.size() >= EntrySize;
-    const std::uint32_t language = isWhole ? number(0) : static_cast<std::uint32_t>(translation.size());
-    const std::uint32_t codePage = isWhole ? number(2) : WesternCodePage;
+    const std::uint32_t language = isWhole ? WordAt(translation, 0) : static_cast<std::uint32_t>(translation.size());
+    const std::uint32_t codePage = isWhole ? WordAt(translation, 2) : WesternCodePage;
     return L"\\StringFileInfo\\" + FourDigits(language) + FourDigits(codePage) + L"\\";
 }
 
@@ -56,8 +52,8 @@ void ReadVersionStrings(const VersionResources& resources, VersionStrings& strin
         return;
     }
     const std::wstring texts = TextsOf(block);
-    for (std::size_t which = 0; which < Names.size(); ++which) {
-        if (const auto value = block.Query(texts + Names.at(which))) {
+    for (std::size_t which = 0; which < ResourceNames.size(); ++which) {
+        if (const auto value = block.Query(texts + ResourceNames.at(which))) {
             strings[static_cast<VersionString>(which)] = DecodeUtf16(*value);
         }
     }

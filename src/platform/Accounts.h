@@ -9,7 +9,7 @@
 
 namespace sitekeeper {
 
-/// What the network management of the system answers. Values from winerror.h.
+/// What the network management of the system answers. Values from winerror.h and lmerr.h.
 enum class NetworkStatus : std::uint32_t
 {
     /// NERR_Success

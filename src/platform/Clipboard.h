@@ -1,8 +1,8 @@
 // Port: the text on the clipboard.
 #pragma once
 
-#include "platform/MessageBoxes.h"
 #include "platform/Port.h"
+#include "platform/WindowId.h"
 
 #include <optional>
 #include <string>

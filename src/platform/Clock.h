@@ -28,6 +28,7 @@ struct CalendarTime
 class Clock : public Port
 {
 public:
+    /// The current moment, by the system's clock, which somebody may set back.
     [[nodiscard]] virtual Seconds Now() const = 0;
 
     /// The local calendar time of a moment from 1970 to the end of the year 3000; nothing outside.

@@ -1,8 +1,8 @@
 // Port: the viewer of the help file.
 #pragma once
 
-#include "platform/MessageBoxes.h"
 #include "platform/Port.h"
+#include "platform/WindowId.h"
 
 #include <string>
 

@@ -2,18 +2,13 @@
 #pragma once
 
 #include "platform/Port.h"
+#include "platform/WindowId.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
 
 namespace sitekeeper {
-
-/// A window of the system, as an opaque number (HWND).
-enum class WindowId : std::uintptr_t
-{
-    None = 0
-};
 
 /// Buttons, icon and behaviour of a message box, added up. Values from winuser.h (MB_…).
 enum class MessageStyle : std::uint32_t

@@ -12,9 +12,9 @@ namespace sitekeeper {
 enum class ResultCode : std::int32_t
 {
     Ok = 0,
-    /// E_FAIL: an unspecified failure; here, date fields that are out of range.
+    /// E_FAIL: an unspecified failure, such as date fields that are out of range.
     Fail = static_cast<std::int32_t>(0x80004005U),
-    /// E_INVALIDARG: here, a time that cannot be converted, or a search that begins where none can.
+    /// E_INVALIDARG: what was asked for cannot be, such as a time that cannot be converted or a path that is too long.
     InvalidArgument = static_cast<std::int32_t>(0x80070057U),
 };
 

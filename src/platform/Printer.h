@@ -1,8 +1,8 @@
 // Port: paper.
 #pragma once
 
-#include "platform/MessageBoxes.h"
 #include "platform/Port.h"
+#include "platform/WindowId.h"
 
 #include <memory>
 #include <string>

@@ -22,6 +22,12 @@ enum class SuiteFolder
     Datafiles,
 };
 
+/// The reminder date of an installation that has none, in local time; a rule of ours.
+inline constexpr CalendarTime NoUpdateDate{2000, 1, 1, 0, 0, 0};
+
+/// The reminder interval in days of an installation that has none; a rule of ours.
+inline constexpr std::uint32_t DefaultUpdateDays = 7;
+
 class InstallationSettings
 {
 public:
@@ -43,8 +49,8 @@ public:
     /// Writes a folder of the installation as it stands, also when empty. False when it could not be stored.
     bool WriteFolder(SuiteFolder folder, const std::wstring& path);
 
-    /// The reminder interval in days, "CheckWebVersionDays" of `key` in HKEY_CURRENT_USER: the first four bytes of a
-    /// value of any type (missing ones are 0). `fallback` when the value cannot be read or is longer.
+    /// The reminder interval in days, "CheckWebVersionDays" of `key` in HKEY_CURRENT_USER: a value of any type
+    /// and of at most four bytes (missing ones are 0). `fallback` when the value cannot be read or is longer.
     [[nodiscard]] std::uint32_t ReadUpdateDays(const std::wstring& key, std::uint32_t fallback) const;
 
     /// The next reminder, "CheckWebVersionDate" of `key` in HKEY_CURRENT_USER: year, month, day, hour, minute and
@@ -61,7 +67,7 @@ public:
     bool WriteUpdateDate(const std::wstring& key, Seconds moment);
 
     /// Writes one text value with its terminating zero, creating the key where it is missing. False when a step
-    /// failed. The one writer of text values; the callers that the program has do not look at the result.
+    /// failed; the callers that the program has do not look at the result.
     bool WriteString(Hive hive, const std::wstring& key, const std::wstring& name, const std::wstring& text);
 
     /// The maker's folder below the system's common files, from "CommonFilesDir" in HKEY_LOCAL_MACHINE and from the

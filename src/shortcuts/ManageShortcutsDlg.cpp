@@ -1,9 +1,9 @@
 #include "shortcuts/ManageShortcutsDlg.h"
 
-#include "frame/Handles.h"
 #include "res/ResourceIds.h"
 #include "shortcuts/ShortcutCatalogue.h"
 #include "shortcuts/ShortcutChoice.h"
+#include "win32/Handles.h"
 
 #include <windows.h>
 

@@ -31,6 +31,12 @@ std::wstring GetNameOfPath(std::wstring_view path)
     return std::wstring(path.substr(NameStart(path)));
 }
 
+std::size_t ExtensionStart(std::wstring_view path)
+{
+    const std::size_t dot = path.rfind(L'.');
+    return dot == std::wstring_view::npos || dot < NameStart(path) ? path.size() : dot;
+}
+
 std::wstring WithoutTrailingBackslashes(std::wstring_view path)
 {
     const std::size_t last = path.find_last_not_of(L'\\');

@@ -2,6 +2,7 @@
 // backslashes are tolerated and never tidied up.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,9 @@ namespace sitekeeper {
 
 /// What follows the last "\" of `path`; all of it when it has none.
 [[nodiscard]] std::wstring GetNameOfPath(std::wstring_view path);
+
+/// Where the extension of `path` begins, at its last "."; its length when the name has none.
+[[nodiscard]] std::size_t ExtensionStart(std::wstring_view path);
 
 /// `path` without the "\" characters at its end.
 [[nodiscard]] std::wstring WithoutTrailingBackslashes(std::wstring_view path);

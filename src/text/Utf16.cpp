@@ -17,14 +17,12 @@ constexpr std::uint32_t FirstSupplementary = 0x10000;
 
 void AppendUnit(std::vector<std::byte>& bytes, std::uint32_t unit)
 {
-    bytes.push_back(static_cast<std::byte>(unit & 0xFFU));
-    bytes.push_back(static_cast<std::byte>((unit >> 8U) & 0xFFU));
+    AppendWord(bytes, static_cast<std::uint16_t>(unit));
 }
 
 std::uint32_t UnitAt(std::span<const std::byte> bytes, std::size_t index)
 {
-    return std::to_integer<std::uint32_t>(bytes[2 * index]) | std::to_integer<std::uint32_t>(bytes[2 * index + 1])
-                                                                  << 8U;
+    return WordAt(bytes, 2 * index);
 }
 
 } // namespace

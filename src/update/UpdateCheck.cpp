@@ -19,10 +19,6 @@ constexpr Seconds Day = 86'400;
 constexpr Seconds Year = 365 * Day;
 
 constexpr std::uint32_t NoDays = std::numeric_limits<std::uint32_t>::max();
-constexpr std::uint32_t DefaultDays = 7;
-
-/// Stands for "no date".
-constexpr CalendarTime NullDate{2000, 1, 1, 0, 0, 0};
 
 /// The drawing modules of the catalogue, and the folder of the release whose files are looked at.
 constexpr int FirstModule = 1;
@@ -71,11 +67,11 @@ void UpdateCheck::RunUpdateCheck()
     }
     Schedule schedule;
     schedule.key = InstallationSettings::UpdateReminderKey();
-    schedule.none = MomentOf(m_platform.clock, NullDate);
+    schedule.none = MomentOf(m_platform.clock, NoUpdateDate);
     schedule.today = TodayOf(m_platform.clock);
     std::uint32_t days = m_settings.ReadUpdateDays(schedule.key, NoDays);
     if (days == NoDays) {
-        days = DefaultDays;
+        days = DefaultUpdateDays;
         m_settings.WriteUpdateDays(schedule.key, days);
     }
     schedule.days = static_cast<std::int32_t>(days);

@@ -1,7 +1,7 @@
 // A library of the system that most runs of the program never need.
 #pragma once
 
-#include "frame/Handles.h"
+#include "win32/Handles.h"
 
 #include <windows.h>
 

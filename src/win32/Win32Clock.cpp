@@ -1,7 +1,5 @@
 #include "win32/Win32Clock.h"
 
-#include <windows.h>
-
 #include <array>
 #include <ctime>
 #include <cwchar>

@@ -1,7 +1,7 @@
 #include "win32/Win32FileSystem.h"
 
-#include "frame/Handles.h"
 #include "text/Paths.h"
+#include "win32/Handles.h"
 #include "win32/Win32OutputFile.h"
 
 #include <windows.h>

@@ -1,8 +1,8 @@
 // The HTML Help control, found and loaded at its first use.
 #pragma once
 
-#include "frame/Handles.h"
 #include "platform/HelpViewer.h"
+#include "win32/Handles.h"
 
 #include <windows.h>
 

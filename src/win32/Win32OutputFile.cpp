@@ -113,9 +113,17 @@ UniqueFile MakeLike(const std::wstring& path, const std::wstring& model)
     const DWORD kept = attributes & KeptAttributes;
     const DWORD given = kept == 0 ? FILE_ATTRIBUTE_NORMAL : kept;
     UniqueFile file = Make(path, given);
-    if (file && !(GiveAttributes(file.get(), given) && GiveRights(path, *rights))) {
+    const auto drop = [&file, &path] {
         file.reset();
         ::DeleteFileW(path.c_str());
+    };
+    try {
+        if (file && !(GiveAttributes(file.get(), given) && GiveRights(path, *rights))) {
+            drop();
+        }
+    } catch (...) {
+        drop();
+        throw;
     }
     return file;
 }

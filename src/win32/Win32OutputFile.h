@@ -1,8 +1,8 @@
 // A file open for writing, and how a new one is made like another.
 #pragma once
 
-#include "frame/Handles.h"
 #include "platform/FileSystem.h"
+#include "win32/Handles.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
 #include "win32/Win32Printer.h"
 
-#include "frame/Handles.h"
+#include "win32/Handles.h"
 #include "win32/WindowIds.h"
 
 #include <windows.h>

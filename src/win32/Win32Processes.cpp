@@ -1,6 +1,6 @@
 #include "win32/Win32Processes.h"
 
-#include "frame/Handles.h"
+#include "win32/Handles.h"
 
 #include <windows.h>
 

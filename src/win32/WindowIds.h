@@ -1,7 +1,7 @@
 // Windows as the ports name them.
 #pragma once
 
-#include "platform/MessageBoxes.h"
+#include "platform/WindowId.h"
 
 #include <windows.h>
 

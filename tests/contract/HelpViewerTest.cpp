@@ -1,6 +1,6 @@
 // How the HTML Help control is found and what it is asked for. The one that is registered here writes its calls down.
-#include "frame/Handles.h"
 #include "support/Wine.h"
+#include "win32/Handles.h"
 #include "win32/Win32HelpViewer.h"
 
 #include <windows.h>

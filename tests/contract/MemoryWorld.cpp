@@ -124,20 +124,21 @@ private:
 /// What is started in memory is in the state that the port promises.
 std::optional<StartedAs> MemoryWorld::AwaitRecord(const std::wstring& path)
 {
-    constexpr int Show = 5;
-    constexpr int ShowNormal = 1;
-    constexpr std::uint32_t NormalPriority = 0x20;
+    constexpr int StartedShow = 5;
+    constexpr int StartedNormal = 1;
+    constexpr std::uint32_t StartedPriority = 0x20;
     if (std::find(m_ended.begin(), m_ended.end(), path) != m_ended.end()) {
         return std::nullopt;
     }
     for (const MemoryProcesses::Started& started : m_memory.processes.AllStarted()) {
         if (ReplaceAll(started.program, L"\\\\", L"\\") == path) {
-            return StartedAs{started.commandLine, Show, NormalPriority, m_currentFolder};
+            return StartedAs{started.commandLine, StartedShow, StartedPriority, m_currentFolder};
         }
     }
     for (const MemoryShell::OpenedProgram& opened : m_memory.shell.OpenedPrograms()) {
         if (opened.program == path) {
-            return StartedAs{L"\"" + path + L"\" " + opened.parameters, ShowNormal, NormalPriority, m_currentFolder};
+            return StartedAs{L"\"" + path + L"\" " + opened.parameters, StartedNormal, StartedPriority,
+                             m_currentFolder};
         }
     }
     return std::nullopt;

@@ -6,7 +6,7 @@
 namespace sitekeeper {
 namespace {
 
-const std::wstring Scratch = ScratchKey;
+const std::wstring Parent = ScratchKey;
 
 class SubKeysContract : public ::testing::TestWithParam<Hive>
 {
@@ -46,7 +46,7 @@ INSTANTIATE_TEST_SUITE_P(Both, SubKeysContract, ::testing::Values(Hive::LocalMac
 
 TEST_P(SubKeysContract, OpensNothingWhereNoKeyIs)
 {
-    for (const std::wstring& key : {Scratch, Scratch + L"\\A\\B"}) {
+    for (const std::wstring& key : {Parent, Parent + L"\\A\\B"}) {
         const OpenedSubKeys opened = registry.OpenSubKeys(GetParam(), key);
         EXPECT_EQ(opened.status, RegistryStatus::NotFound);
         EXPECT_EQ(opened.keys, nullptr);
@@ -55,31 +55,31 @@ TEST_P(SubKeysContract, OpensNothingWhereNoKeyIs)
 
 TEST_P(SubKeysContract, GivesTheNamesDirectlyBelow)
 {
-    MakeKey(Scratch + L"\\One\\Below\\Further");
-    MakeKey(Scratch + L"\\two");
-    MakeKey(Scratch + L"\\Three \u00E9;:.");
-    MakeKey(Scratch + L"\\One beside");
-    EXPECT_EQ(Sorted(NamesOf(Scratch)), (std::vector<std::wstring>{L"One", L"One beside", L"Three \u00E9;:.", L"two"}));
+    MakeKey(Parent + L"\\One\\Below\\Further");
+    MakeKey(Parent + L"\\two");
+    MakeKey(Parent + L"\\Three \u00E9;:.");
+    MakeKey(Parent + L"\\One beside");
+    EXPECT_EQ(Sorted(NamesOf(Parent)), (std::vector<std::wstring>{L"One", L"One beside", L"Three \u00E9;:.", L"two"}));
     EXPECT_EQ(NamesOf(L"SOFTWARE\\orivel\\CONTRACTTEST\\ONE"), std::vector<std::wstring>{L"Below"});
-    EXPECT_TRUE(NamesOf(Scratch + L"\\One\\Below\\Further").empty());
+    EXPECT_TRUE(NamesOf(Parent + L"\\One\\Below\\Further").empty());
 }
 
 TEST_P(SubKeysContract, GivesThemInTheSameOrderEachTime)
 {
     for (const wchar_t* const name : {L"R24.0", L"R20.1", L"R23.1", L"r22", L"R21.0", L"R9", L"R100"}) {
-        MakeKey(Scratch + L"\\" + name);
+        MakeKey(Parent + L"\\" + name);
     }
-    const std::vector<std::wstring> names = NamesOf(Scratch);
+    const std::vector<std::wstring> names = NamesOf(Parent);
     EXPECT_EQ(names.size(), 7U);
-    EXPECT_EQ(NamesOf(Scratch), names);
+    EXPECT_EQ(NamesOf(Parent), names);
 }
 
 TEST_P(SubKeysContract, ReadsNamesInAnyOrderAndTheLongestToo)
 {
     const std::wstring longest(255, L'x');
-    MakeKey(Scratch + L"\\" + longest);
-    MakeKey(Scratch + L"\\a");
-    const OpenedSubKeys opened = registry.OpenSubKeys(GetParam(), Scratch);
+    MakeKey(Parent + L"\\" + longest);
+    MakeKey(Parent + L"\\a");
+    const OpenedSubKeys opened = registry.OpenSubKeys(GetParam(), Parent);
     ASSERT_NE(opened.keys, nullptr);
     ASSERT_EQ(opened.keys->Count(), 2U);
     std::wstring name;
@@ -91,8 +91,8 @@ TEST_P(SubKeysContract, ReadsNamesInAnyOrderAndTheLongestToo)
 
 TEST_P(SubKeysContract, SaysThatThereAreNoMore)
 {
-    MakeKey(Scratch + L"\\a");
-    const OpenedSubKeys opened = registry.OpenSubKeys(GetParam(), Scratch);
+    MakeKey(Parent + L"\\a");
+    const OpenedSubKeys opened = registry.OpenSubKeys(GetParam(), Parent);
     ASSERT_NE(opened.keys, nullptr);
     for (const std::uint32_t index : {1U, 2U, 1000U}) {
         std::wstring name = L"from before";
@@ -103,8 +103,8 @@ TEST_P(SubKeysContract, SaysThatThereAreNoMore)
 
 TEST_P(SubKeysContract, CountsNoneBelowAKeyWithoutAny)
 {
-    MakeKey(Scratch);
-    const OpenedSubKeys opened = registry.OpenSubKeys(GetParam(), Scratch);
+    MakeKey(Parent);
+    const OpenedSubKeys opened = registry.OpenSubKeys(GetParam(), Parent);
     EXPECT_EQ(opened.status, RegistryStatus::Success);
     ASSERT_NE(opened.keys, nullptr);
     EXPECT_EQ(opened.keys->Count(), 0U);

@@ -1,6 +1,6 @@
 #include "contract/Win32Files.h"
 
-#include "frame/Handles.h"
+#include "win32/Handles.h"
 
 #include <windows.h>
 

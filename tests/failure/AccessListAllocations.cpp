@@ -12,7 +12,7 @@ namespace {
 
 using Names = std::vector<std::wstring>;
 
-constexpr const wchar_t* Path = L"N:\\Data\\UserDatafile.ini";
+constexpr const wchar_t* ListPath = L"N:\\Data\\UserDatafile.ini";
 constexpr const char* Before = "[SheetWriter]\nadam = adam\nbob = bob\n[User List]\nzoe = zoe\n";
 
 struct ListsWorld
@@ -20,14 +20,17 @@ struct ListsWorld
     ListsWorld()
     {
         settings.WriteFolder(SuiteFolder::Datafiles, L"N:\\Data\\");
-        platform.memory.files.AddFile(Path, Before);
+        platform.memory.files.AddFile(ListPath, Before);
         platform.memory.accounts.AddServer(L"ZEUS", {L"a user with a longer name", L"zoe"});
         platform.memory.accounts.AddServer(L"", {L"carol"});
     }
 
-    [[nodiscard]] std::string Content() const { return platform.memory.files.ContentOf(Path).value_or("(no file)"); }
+    [[nodiscard]] std::string Content() const
+    {
+        return platform.memory.files.ContentOf(ListPath).value_or("(no file)");
+    }
     /// The drives, the folder and the file.
-    [[nodiscard]] bool HasNeighbour() const { return platform.memory.files.Exists(NeighbourOf(Path)); }
+    [[nodiscard]] bool HasNeighbour() const { return platform.memory.files.Exists(NeighbourOf(ListPath)); }
 
     PausingPlatform platform;
     Platform ports = platform.Ports();
@@ -90,7 +93,7 @@ int TestAUser()
 
 struct FilesWorld
 {
-    FilesWorld() { memory.AddFile(Path, Before); }
+    FilesWorld() { memory.AddFile(ListPath, Before); }
 
     MemoryFileSystem memory;
     PausingFiles files{memory};
@@ -100,11 +103,11 @@ struct FilesWorld
 int SaveAFile()
 {
     return SweepAllocations<FilesWorld>(
-        [](FilesWorld& world) { world.isSaved = SaveContent(world.files, Path, "the new content"); },
+        [](FilesWorld& world) { world.isSaved = SaveContent(world.files, ListPath, "the new content"); },
         [](FilesWorld& world, Ending ending) {
             EXPECT_EQ(world.isSaved.has_value(), ending == Ending::Done);
-            EXPECT_EQ(world.memory.ContentOf(Path), world.isSaved.value_or(false) ? "the new content" : Before);
-            EXPECT_FALSE(world.memory.Exists(NeighbourOf(Path)));
+            EXPECT_EQ(world.memory.ContentOf(ListPath), world.isSaved.value_or(false) ? "the new content" : Before);
+            EXPECT_FALSE(world.memory.Exists(NeighbourOf(ListPath)));
         });
 }
 

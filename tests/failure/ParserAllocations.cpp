@@ -255,7 +255,7 @@ int GiveADialogItsFont()
         });
 }
 
-struct CommandWorld
+struct ShortCommandWorld
 {
     UninstallCommand command{L"from", L"before"};
 };
@@ -263,9 +263,9 @@ struct CommandWorld
 int SplitAnUninstallCommand()
 {
     static const std::wstring registered = L"C:\\Program Files\\Installer\\setup.exe -runfromtemp -l0x0409 -removeonly";
-    return SweepAllocations<CommandWorld>(
-        [](CommandWorld& world) { world.command = SplitUninstallString(registered); },
-        [](CommandWorld& world, Ending ending) {
+    return SweepAllocations<ShortCommandWorld>(
+        [](ShortCommandWorld& world) { world.command = SplitUninstallString(registered); },
+        [](ShortCommandWorld& world, Ending ending) {
             const UninstallCommand whole{L"C:\\Program Files\\Installer\\setup.exe", L"-runfromtemp -l0x0409"};
             EXPECT_EQ(world.command, ending == Ending::Done ? whole : (UninstallCommand{L"from", L"before"}));
         });

@@ -1,9 +1,9 @@
 // The program's start and its help, with each of their calls of the platform failing in turn.
 #include "access/AccessLists.h"
-#include "app/AccessGate.h"
 #include "app/DialogsLibrary.h"
 #include "app/ErrorReport.h"
 #include "app/HelpFile.h"
+#include "app/RefusalText.h"
 #include "PlatformFailures.h"
 #include "settings/Product.h"
 #include "support/StateChecks.h"

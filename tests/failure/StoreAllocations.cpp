@@ -16,7 +16,7 @@ using Names = std::vector<std::wstring>;
 /// Keys and values by section.
 using Entries = std::map<std::wstring, std::map<std::wstring, std::wstring>>;
 
-constexpr const wchar_t* Path = L"C:\\Data\\UserDatafile.ini";
+constexpr const wchar_t* StorePath = L"C:\\Data\\UserDatafile.ini";
 constexpr const wchar_t* OtherPath = L"C:\\Data\\other.ini";
 constexpr const wchar_t* SectionNames[] = {L"", L"User List", L"SiteKeeper", L"SheetWriter", L"New"};
 
@@ -40,7 +40,7 @@ struct StoreWorld
     StoreWorld()
     {
         files.AddFolder(L"C:\\Suite"); // where a store begins that was not told its file
-        files.AddFile(Path, FileText());
+        files.AddFile(StorePath, FileText());
         files.AddFile(OtherPath, "[New]\nzoe = zoe\nadam = adam\n");
         store.emplace(pausing, codePage, L"C:\\Suite\\SiteKeeper64.exe");
     }
@@ -56,7 +56,7 @@ struct LoadedStoreWorld : StoreWorld
 {
     LoadedStoreWorld()
     {
-        store->Open(Path);
+        store->Open(StorePath);
         store->SetSection(L"SiteKeeper");
     }
 };
@@ -119,7 +119,7 @@ void ExpectUsable(StoreWorld& world)
     EXPECT_EQ(EntriesOf(store), expected);
     EXPECT_EQ(store.Save(false), CIniFile::Success);
     EXPECT_EQ(EntriesOf(store), expected);
-    for (const wchar_t* const path : {OtherPath, Path}) {
+    for (const wchar_t* const path : {OtherPath, StorePath}) {
         EXPECT_EQ(store.Open(path), CIniFile::Success);
         EXPECT_EQ(EntriesOf(store), EntriesOf(ContentOf(world, path)));
     }
@@ -146,13 +146,13 @@ int MakeAStore()
 int LoadAFile()
 {
     const Entries whole = EntriesOf(FileText());
-    return SweepAllocations<StoreWorld>([](StoreWorld& world) { world.store->Open(Path); },
+    return SweepAllocations<StoreWorld>([](StoreWorld& world) { world.store->Open(StorePath); },
                                         [&whole](StoreWorld& world, Ending ending) {
                                             // All or nothing, and nothing to save.
                                             EXPECT_EQ(EntriesOf(*world.store),
                                                       ending == Ending::Done ? whole : Entries());
-                                            ExpectClean(world, Path);
-                                            EXPECT_EQ(ContentOf(world, Path), FileText());
+                                            ExpectClean(world, StorePath);
+                                            EXPECT_EQ(ContentOf(world, StorePath), FileText());
                                             ExpectUsable(world);
                                         });
 }
@@ -193,7 +193,7 @@ int AddAFile()
             if (ending == Ending::Done) {
                 EXPECT_EQ(EntriesOf(*world.store), whole);
             }
-            ExpectClean(world, Path);
+            ExpectClean(world, StorePath);
             ExpectUsable(world);
         });
 }
@@ -215,7 +215,7 @@ int SweepEdit(const std::function<void(CIniFile&)>& edit)
                                                   EXPECT_EQ(EntriesOf(*world.store),
                                                             ending == Ending::Done ? after : before);
                                                   if (ending == Ending::Raised) {
-                                                      ExpectClean(world, Path);
+                                                      ExpectClean(world, StorePath);
                                                   }
                                                   ExpectUsable(world);
                                               });
@@ -287,7 +287,7 @@ int ReadASection()
             EXPECT_TRUE(ending == Ending::Raised || (keys.size() == values.size() && !keys.empty()));
             keys = Names();
             values = Names();
-            ExpectClean(world, Path);
+            ExpectClean(world, StorePath);
             EXPECT_EQ(EntriesOf(*world.store), whole);
         });
 }
@@ -298,18 +298,18 @@ int SaveEntries()
     {
         ChangedStoreWorld world;
         EXPECT_EQ(world.store->Save(false), CIniFile::Success);
-        saved = ContentOf(world, Path);
+        saved = ContentOf(world, StorePath);
     }
     const Entries entries = EntriesOf(saved);
     return SweepAllocations<ChangedStoreWorld>([](ChangedStoreWorld& world) { world.store->Save(false); },
                                                [&](ChangedStoreWorld& world, Ending ending) {
                                                    EXPECT_EQ(EntriesOf(*world.store), entries);
-                                                   const std::string content = ContentOf(world, Path);
+                                                   const std::string content = ContentOf(world, StorePath);
                                                    EXPECT_TRUE(content == saved || content == FileText());
                                                    EXPECT_TRUE(ending == Ending::Raised || content == saved);
                                                    // What was not saved still is to be.
                                                    EXPECT_EQ(world.store->Save(false), CIniFile::Success);
-                                                   EXPECT_EQ(ContentOf(world, Path), saved);
+                                                   EXPECT_EQ(ContentOf(world, StorePath), saved);
                                                    EXPECT_EQ(world.files.Listing().size(), 5U); // no neighbour
                                                    ExpectUsable(world);
                                                });
@@ -321,12 +321,12 @@ int EndAChangedStore()
     {
         ChangedStoreWorld world;
         world.store.reset();
-        saved = ContentOf(world, Path);
+        saved = ContentOf(world, StorePath);
     }
     return SweepAllocations<ChangedStoreWorld>([](ChangedStoreWorld& world) { world.store.reset(); },
                                                [&](ChangedStoreWorld& world, Ending ending) {
                                                    EXPECT_EQ(ending, Ending::Done);
-                                                   const std::string content = ContentOf(world, Path);
+                                                   const std::string content = ContentOf(world, StorePath);
                                                    EXPECT_TRUE(content == saved || content == FileText());
                                                    EXPECT_EQ(world.files.Listing().size(), 5U); // no neighbour
                                                });

@@ -1,7 +1,7 @@
 // Whoever saves may be killed at any moment: the file is then whole, the old one or the new one.
 #include "access/SafeSave.h"
-#include "frame/Handles.h"
 #include "kill/StoreSaver.h"
+#include "win32/Handles.h"
 #include "win32/Win32CodePage.h"
 #include "win32/Win32FileSystem.h"
 

@@ -6,7 +6,7 @@
 #include "kill/StoreSaver.h"
 
 #include "access/IniFile.h"
-#include "frame/Handles.h"
+#include "win32/Handles.h"
 #include "win32/Win32CodePage.h"
 #include "win32/Win32FileSystem.h"
 

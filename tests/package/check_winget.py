@@ -114,7 +114,8 @@ def schema_findings(manifests):
     for kind, manifest in manifests.items():
         schema = json.loads((pathlib.Path(folder) / f"manifest.{kind}.1.6.0.json").read_text("utf-8"))
         plain = json.loads(json.dumps(manifest, default=str))
-        found += [f"{kind}: {error.message}" for error in jsonschema.Draft202012Validator(schema).iter_errors(plain)]
+        validator = jsonschema.validators.validator_for(schema)(schema)
+        found += [f"{kind}: {error.message}" for error in validator.iter_errors(plain)]
     return found
 
 

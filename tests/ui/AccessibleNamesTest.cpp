@@ -1,8 +1,8 @@
 // What the program says of its controls to those who do not see them, read back through the accessibility interface.
 #include "controls/ButtonST.h"
-#include "frame/Handles.h"
 #include "support/MainDialogFixture.h"
 #include "support/Wine.h"
+#include "win32/Handles.h"
 
 #include <windows.h>
 

@@ -10,6 +10,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <memory>
+#include <new>
+#include <optional>
 #include <ostream>
 #include <stdexcept>
 
@@ -227,6 +230,32 @@ TEST_F(FrameTest, LeavesAnOwnerDisabledThatWasDisabledBefore)
         ::EnableWindow(m_dialog.Handle(), TRUE);
     };
     Run(m_dialog, {Command(TellingCommand), Click(IDCANCEL)});
+}
+
+/// Lets no dialog be made while it fails.
+class FailingManager final : public COccManager
+{
+public:
+    std::optional<std::vector<std::byte>> PreCreateDialog(std::span<const std::byte> /*dialogTemplate*/) override
+    {
+        return isFailing ? throw std::bad_alloc() : std::optional<std::vector<std::byte>>();
+    }
+
+    bool isFailing = false;
+};
+
+TEST_F(FrameTest, EnablesItsOwnerAgainWhenThereIsNoMemoryForTheDialog)
+{
+    auto owned = std::make_unique<FailingManager>();
+    FailingManager& manager = *owned;
+    m_app.EnableControlContainer(std::move(owned));
+    FieldDialog inner(m_app, &m_dialog);
+    m_dialog.onTell = [&] {
+        manager.isFailing = true;
+        EXPECT_THROW(inner.DoModal(), std::bad_alloc);
+        EXPECT_NE(::IsWindowEnabled(m_dialog.Handle()), FALSE);
+    };
+    EXPECT_EQ(Run(m_dialog, {Command(TellingCommand), Click(IDCANCEL)}), IDCANCEL);
 }
 
 TEST_F(FrameTest, EndsWhenTheThreadIsToldToQuitAndTellsTheLoopAround)

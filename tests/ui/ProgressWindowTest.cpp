@@ -191,6 +191,21 @@ TEST_F(BuiltProgressTest, LivesBesideAnotherOne)
     EXPECT_EQ(TextOf(Window()), L"Site Keeper");
 }
 
+TEST_F(BuiltProgressTest, LeavesNoWindowClassBehind)
+{
+    const auto isRegistered = [this] {
+        WNDCLASSEXW known{};
+        known.cbSize = sizeof known;
+        return ::GetClassInfoExW(reinterpret_cast<HINSTANCE>(m_library), ProgressClass, &known) != FALSE;
+    };
+    auto first = ShowProgressWindow(m_library, Resources());
+    auto second = ShowProgressWindow(m_library, Resources());
+    second.reset();
+    EXPECT_TRUE(isRegistered()) << "the other one needs it";
+    first.reset();
+    EXPECT_FALSE(isRegistered()) << "the library's code may be gone before the class is used again";
+}
+
 // --- while the program works -----------------------------------------------------------------------------------------
 
 class ProgressTest : public MainDialogTest

@@ -251,6 +251,17 @@ TEST_F(SplashTest, HandlesNoMessageWhenItNeedNotWait)
     EXPECT_EQ(message.wParam, 7U);
 }
 
+TEST_F(SplashTest, GoesWhenTheThreadIsToldToQuitAndTellsTheLoopAround)
+{
+    m_screen.ShowSplashScreen(SplashBitmap, nullptr);
+    ::PostQuitMessage(42);
+    m_screen.HideSplashScreen(1); // by a clock that stands still
+    EXPECT_EQ(m_screen.Current(), nullptr);
+    MSG message{};
+    ASSERT_NE(::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE), FALSE);
+    EXPECT_EQ(message.wParam, 42U);
+}
+
 TEST_F(SplashTest, PaintsTheMainWindowAtOnceWhenItGoes)
 {
     CountingWindow main;

@@ -1,4 +1,5 @@
-// The access lists in their file: what is read, written and admitted. Failing calls are in AccessListsSweepTest.cpp.
+// The access lists in their file: what is read, written and admitted. Failing calls are in
+// tests/failure/AccessListFailures.cpp.
 #include "access/AccessLists.h"
 
 #include "support/MemoryPlatform.h"
@@ -205,6 +206,15 @@ TEST_F(AccessListsTest, TakesAFileThatCannotBeReadAsEmpty)
     memory.files.RefuseReading(File);
     EXPECT_EQ(Read(AccessList::SiteKeeper), Names{});
     EXPECT_EQ(lists.IsUserAllowed(L"eve", AccessList::SiteKeeper), Admission::Granted);
+    EXPECT_EQ(Content(), Unsorted);
+}
+
+TEST_F(AccessListsTest, PutsNoListInThePlaceOfAFileThatCannotBeRead)
+{
+    Put(Unsorted);
+    memory.files.RefuseReading(File);
+    lists.WriteAccessList(AccessList::SheetWriter, {L"eve"});
+    lists.WriteAccessList(AccessList::SiteKeeper, {});
     EXPECT_EQ(Content(), Unsorted);
 }
 

@@ -22,12 +22,12 @@ std::optional<Bytes> Changed(const Bytes& dialogTemplate)
 }
 
 /// Menu, window class and title in all their forms, to be put behind a head.
-struct Names
+struct NameParts
 {
     const char* what;
     void (*append)(TemplateBuilder&);
 };
-const Names AllNames[] = {
+const NameParts AllNames[] = {
     {"nothing", [](TemplateBuilder& to) { to.Text(L"").Text(L"").Text(L""); }},
     {"a blank title", [](TemplateBuilder& to) { to.Text(L"").Text(L"").Text(L" "); }},
     {"a menu number", [](TemplateBuilder& to) { to.Number(133).Text(L"").Text(L"T"); }},
@@ -55,7 +55,7 @@ TemplateBuilder Head(bool isExtended, std::uint32_t style, std::uint16_t itemCou
 
 TEST(DialogFont, IsExchangedInAPlainTemplate)
 {
-    for (const Names& names : AllNames) {
+    for (const NameParts& names : AllNames) {
         for (const wchar_t* const oldFace : {L"", L"A", L"MS Shell Dlg", L"MS Shell Dlg 2"}) {
             TemplateBuilder before = Head(false, WithFont, 2);
             TemplateBuilder after = before;
@@ -70,7 +70,7 @@ TEST(DialogFont, IsExchangedInAPlainTemplate)
 
 TEST(DialogFont, KeepsWeightSlantAndSetInAnExtendedTemplate)
 {
-    for (const Names& names : AllNames) {
+    for (const NameParts& names : AllNames) {
         for (const std::uint32_t style : {WithFont, WithShellFont}) {
             TemplateBuilder before = Head(true, style, 2);
             TemplateBuilder after = before;
@@ -85,7 +85,7 @@ TEST(DialogFont, KeepsWeightSlantAndSetInAnExtendedTemplate)
 
 TEST(DialogFont, IsPutIntoATemplateWithoutOne)
 {
-    for (const Names& names : AllNames) {
+    for (const NameParts& names : AllNames) {
         TemplateBuilder plain = Head(false, Popup, 1);
         TemplateBuilder plainAfter = Head(false, WithFont, 1);
         names.append(plain);
@@ -169,7 +169,7 @@ void CutEverywhere(const Bytes& head, const Bytes& newHead)
 
 TEST(DialogFont, IsRefusedForATemplateThatEndsInsideItsHead)
 {
-    for (const Names& names : AllNames) {
+    for (const NameParts& names : AllNames) {
         SCOPED_TRACE(names.what);
         TemplateBuilder plain = Head(false, WithFont, 3);
         TemplateBuilder extended = Head(true, WithFont, 3);

@@ -12,7 +12,7 @@
 namespace sitekeeper {
 namespace {
 
-using Texts = std::vector<std::wstring_view>;
+using Views = std::vector<std::wstring_view>;
 
 /// Entries to be put in order; the texts stay where they are.
 class Entries
@@ -38,8 +38,8 @@ public:
         return AscendingOrder(sections, keys) == expected;
     }
 
-    Texts sections;
-    Texts keys;
+    Views sections;
+    Views keys;
 
 private:
     std::deque<std::wstring> m_names;

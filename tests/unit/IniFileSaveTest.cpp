@@ -133,7 +133,7 @@ TEST_F(IniFileSaveTest, MakesAMissingFile)
 
 TEST(IniFileNameTest, DropsDotsAndTwoLettersFromTheEndOfTheProgramsPath)
 {
-    constexpr std::pair<const wchar_t*, const wchar_t*> Names[] = {
+    constexpr std::pair<const wchar_t*, const wchar_t*> Programs[] = {
         {L"Tree.exe", L"Tr.ini"},
         {L"Box.exe", L"Bo.ini"},
         {L"C:\\Suite\\SiteKeeper64.exe", L"C:\\Suite\\SiteKeeper64.ini"},
@@ -143,7 +143,7 @@ TEST(IniFileNameTest, DropsDotsAndTwoLettersFromTheEndOfTheProgramsPath)
         {L"", L".ini"},
         {L"a.b.exe", L"a.b.ini"},
     };
-    for (const auto& [program, name] : Names) {
+    for (const auto& [program, name] : Programs) {
         EXPECT_EQ(CIniFile::DefaultFileName(program), name);
     }
 }

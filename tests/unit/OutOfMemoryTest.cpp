@@ -16,7 +16,7 @@ namespace {
 
 using Names = std::vector<std::wstring>;
 
-constexpr const wchar_t* Path = L"C:\\Data\\list.ini";
+constexpr const wchar_t* LoadedPath = L"C:\\Data\\list.ini";
 constexpr const char* Content = "[a]\nx = 1\ny = 2\n";
 
 /// Has no memory for a text with a character that is not plain.
@@ -40,7 +40,7 @@ public:
 class StoreCutOff : public ::testing::Test
 {
 protected:
-    StoreCutOff() { files.AddFile(Path, Content); }
+    StoreCutOff() { files.AddFile(LoadedPath, Content); }
 
     MemoryFileSystem files;
     Utf8CodePage codePage;
@@ -50,12 +50,12 @@ TEST_F(StoreCutOff, SavesNothingWhenAnErrorEndsAnEdit)
 {
     try {
         CIniFile store(files, codePage, L"");
-        store.Open(Path);
+        store.Open(LoadedPath);
         store.DeleteSection(L"a"); // and what was to stand there instead
         throw std::runtime_error("no more");
     } catch (const std::runtime_error&) {
     }
-    EXPECT_EQ(files.ContentOf(Path), Content);
+    EXPECT_EQ(files.ContentOf(LoadedPath), Content);
 }
 
 /// Uses a store while an error is on its way.
@@ -69,7 +69,7 @@ public:
     {
         const Utf8CodePage codePage;
         CIniFile store(m_files, codePage, L"");
-        store.Open(Path);
+        store.Open(LoadedPath);
         store.DeleteSection(L"a");
     }
 
@@ -84,7 +84,7 @@ TEST_F(StoreCutOff, SavesWhatIsDoneBecauseOfAnotherError)
         throw std::runtime_error("another one");
     } catch (const std::runtime_error&) {
     }
-    EXPECT_EQ(files.ContentOf(Path), "");
+    EXPECT_EQ(files.ContentOf(LoadedPath), "");
 }
 
 TEST_F(StoreCutOff, TakesNoPartOfAFileForAllOfIt)
@@ -92,7 +92,7 @@ TEST_F(StoreCutOff, TakesNoPartOfAFileForAllOfIt)
     files.AddFile(L"C:\\Data\\other.ini", "[a]\nplain = 1\n\xC3\xA9 = 2\n");
     const PoorCodePage poor;
     CIniFile store(files, poor, L"");
-    store.Open(Path);
+    store.Open(LoadedPath);
     store.SetSection(L"a");
     store.SetValue(L"x", L"changed");
     EXPECT_THROW(store.Open(L"C:\\Data\\other.ini"), std::bad_alloc);

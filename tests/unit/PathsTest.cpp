@@ -37,6 +37,22 @@ TEST(SplittingAPath, CutsBehindTheLastBackslash)
     }
 }
 
+TEST(ExtensionStart, IsAtTheLastDotOfTheName)
+{
+    EXPECT_EQ(ExtensionStart(L"C:\\A.b\\Tool.v2.exe"), 14U);
+    EXPECT_EQ(ExtensionStart(L"Tool.exe"), 4U);
+    EXPECT_EQ(ExtensionStart(L".exe"), 0U);
+    EXPECT_EQ(ExtensionStart(L"C:\\A\\.exe"), 5U);
+}
+
+TEST(ExtensionStart, IsTheEndWhereTheNameHasNone)
+{
+    EXPECT_EQ(ExtensionStart(L"C:\\A.b\\Tool"), 11U);
+    EXPECT_EQ(ExtensionStart(L"C:\\A.b\\"), 7U);
+    EXPECT_EQ(ExtensionStart(L"Tool"), 4U);
+    EXPECT_EQ(ExtensionStart(L""), 0U);
+}
+
 TEST(WithoutTrailingBackslashes, StripsThemAll)
 {
     EXPECT_EQ(WithoutTrailingBackslashes(L"C:\\A\\"), L"C:\\A");

@@ -13,8 +13,8 @@
 namespace sitekeeper {
 namespace {
 
-constexpr Seconds Fallback = 12345;
-constexpr const wchar_t* Address = L"https://updates.example/software-updates/";
+constexpr Seconds UnpublishedDate = 12345;
+constexpr const wchar_t* PageAddress = L"https://updates.example/software-updates/";
 
 class PublishedUpdate : public testing::Test
 {
@@ -24,8 +24,8 @@ protected:
     {
         PageText plain;
         plain.Append(std::string(page.begin(), page.end()), Utf8CodePage());
-        const Seconds wide = PublishedDate(PageText(L"\u00E9" + page), Fallback, m_clock, Address);
-        EXPECT_EQ(PublishedDate(plain, Fallback, m_clock, Address), wide) << testing::PrintToString(page);
+        const Seconds wide = PublishedDate(PageText(L"\u00E9" + page), UnpublishedDate, m_clock, PageAddress);
+        EXPECT_EQ(PublishedDate(plain, UnpublishedDate, m_clock, PageAddress), wide) << testing::PrintToString(page);
         return wide;
     }
 
@@ -64,7 +64,7 @@ TEST_F(PublishedUpdate, IsTheFallbackWhereThePageNamesNone)
           L"LX_2023_Plus_Update.2023_06_15", L"LX_2023_Plus_Update2023_06.15", L"LX_2023_Plus_Update2023.",
           L"LX_2022_Plus_Update2023_06_15.", L"_2023_Plus_Update2023_06_15.", L"X_2023_Plus_Update2023_06_15.",
           L"LX_2023_", L"LX_2023_Plus_Update"}) {
-        EXPECT_EQ(Read(page), Fallback) << testing::PrintToString(page);
+        EXPECT_EQ(Read(page), UnpublishedDate) << testing::PrintToString(page);
     }
 }
 
@@ -76,7 +76,7 @@ TEST_F(PublishedUpdate, RefusesADateThatIsNone)
           L"LX_2023_Plus_Update-2023_06_15.", L"LX_2023_Plus_Update2023_-6_15.", L"LX_2023_Plus_Update__."}) {
         EXPECT_EQ(Refusal(page), ResultCode::Fail) << testing::PrintToString(page);
     }
-    EXPECT_EQ(m_message, std::wstring(L"The update page ") + Address + L" names an invalid date: \"__\".");
+    EXPECT_EQ(m_message, std::wstring(L"The update page ") + PageAddress + L" names an invalid date: \"__\".");
 }
 
 TEST_F(PublishedUpdate, RefusesADayThatCannotBeConverted)
@@ -99,9 +99,9 @@ TEST(ReadPageText, TakesThePageInPiecesOfFiftyBytes)
 {
     MemoryWebSession web;
     const Utf8CodePage codePage;
-    web.Publish(Address, std::string(49, 'a') + "\xC3\xA9" + std::string(48, 'b') + "c");
+    web.Publish(PageAddress, std::string(49, 'a') + "\xC3\xA9" + std::string(48, 'b') + "c");
     // A character cut in two by the end of a piece is lost, and nothing else.
-    EXPECT_EQ(ReadPageText(web, codePage, Address).Text(),
+    EXPECT_EQ(ReadPageText(web, codePage, PageAddress).Text(),
               std::wstring(49, L'a') + L"\uFFFD\uFFFD" + std::wstring(48, L'b') + L"c");
     EXPECT_EQ(ReadPageText(web, codePage, L"https://elsewhere.example/").Text(), L"");
 }
@@ -112,8 +112,8 @@ TEST(ReadPageText, KeepsPlainPiecesBesideOthers)
     const Utf8CodePage codePage;
     std::string page(50, 'a'); // a piece for each kind
     page += "\xC3\xA9" + std::string(48, 'b') + std::string(50, 'c') + "\xC3\xA9";
-    web.Publish(Address, page);
-    EXPECT_EQ(ReadPageText(web, codePage, Address).Text(),
+    web.Publish(PageAddress, page);
+    EXPECT_EQ(ReadPageText(web, codePage, PageAddress).Text(),
               std::wstring(50, L'a') + L"\u00E9" + std::wstring(48, L'b') + std::wstring(50, L'c') + L"\u00E9");
     for (std::size_t place = 0; place < 20; ++place) { // each place of a word and its rest
         std::string piece(20, 'x');
@@ -128,16 +128,16 @@ TEST(ReadPageText, EndsAPieceAtAZeroByte)
 {
     MemoryWebSession web;
     const Utf8CodePage codePage;
-    web.Publish(Address, std::string("ab\0cd", 5) + std::string(45, 'x') + "next");
-    EXPECT_EQ(ReadPageText(web, codePage, Address).Text(), L"abnext");
+    web.Publish(PageAddress, std::string("ab\0cd", 5) + std::string(45, 'x') + "next");
+    EXPECT_EQ(ReadPageText(web, codePage, PageAddress).Text(), L"abnext");
 }
 
 TEST(ReadPageText, CutsAPageThatNeverEnds)
 {
     MemoryWebSession web;
-    web.PublishEndless(Address);
+    web.PublishEndless(PageAddress);
     const Utf8CodePage codePage;
-    const std::wstring text = ReadPageText(web, codePage, Address).Text();
+    const std::wstring text = ReadPageText(web, codePage, PageAddress).Text();
     EXPECT_GE(text.size(), LargestPage);
     EXPECT_LT(text.size(), LargestPage + 50);
 }

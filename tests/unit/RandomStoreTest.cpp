@@ -7,7 +7,7 @@
 namespace sitekeeper {
 namespace {
 
-constexpr const wchar_t* Path = L"random.ini";
+constexpr const wchar_t* StorePath = L"random.ini";
 
 TEST(RandomStoreTest, DoesWhatTheNaiveStoreDoes)
 {
@@ -78,12 +78,12 @@ TEST(RandomStoreTest, ComesBackAsTheSameBytesFromEveryFile)
             made.SetValue(texts.Key(), texts.Value());
         }
         ASSERT_EQ(made.Save(true), CIniFile::Success);
-        const std::string saved = files.ReadContent(Path).value_or("(no file)");
+        const std::string saved = files.ReadContent(StorePath).value_or("(no file)");
         CIniFile loaded(files, codePage, L"random");
         ASSERT_EQ(loaded.LoadFile(), CIniFile::Success);
-        files.Put(Path, "");
+        files.Put(StorePath, "");
         ASSERT_EQ(loaded.Save(true), CIniFile::Success);
-        ASSERT_EQ(files.ReadContent(Path), saved) << "store " << number;
+        ASSERT_EQ(files.ReadContent(StorePath), saved) << "store " << number;
         bytes += saved.size();
     }
     EXPECT_GT(bytes / Stores, 20U); // they do hold something

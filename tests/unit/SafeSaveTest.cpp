@@ -9,7 +9,7 @@
 namespace sitekeeper {
 namespace {
 
-constexpr const wchar_t* Path = L"C:\\Data\\list.ini";
+constexpr const wchar_t* SavedPath = L"C:\\Data\\list.ini";
 constexpr const wchar_t* Neighbour = L"C:\\Data\\list.in~";
 constexpr const char* Old = "the old content, which is the longer one";
 constexpr const char* New = "the new content";
@@ -26,7 +26,7 @@ void Prepare(MemoryFileSystem& files, Way way)
 {
     files.AddFolder(L"C:\\Data");
     if (way != Way::InPlaceOfAMissingFile) {
-        files.AddFile(Path, Old);
+        files.AddFile(SavedPath, Old);
     }
     if (way != Way::Beside) {
         files.RefuseWriting(Neighbour);
@@ -36,7 +36,7 @@ void Prepare(MemoryFileSystem& files, Way way)
 class SafeSaveTest : public ::testing::Test
 {
 protected:
-    [[nodiscard]] std::string Content() const { return files.ContentOf(Path).value_or("(no file)"); }
+    [[nodiscard]] std::string Content() const { return files.ContentOf(SavedPath).value_or("(no file)"); }
     /// The file and its folder on the drive, and nothing else.
     void ExpectNoNeighbour() const { EXPECT_FALSE(files.Exists(Neighbour)); }
 
@@ -45,7 +45,7 @@ protected:
 
 TEST_F(SafeSaveTest, NamesANeighbourOfTheSameLength)
 {
-    EXPECT_EQ(NeighbourOf(Path), Neighbour);
+    EXPECT_EQ(NeighbourOf(SavedPath), Neighbour);
     EXPECT_EQ(NeighbourOf(L"C:\\a~"), L"C:\\a-");
     EXPECT_EQ(NeighbourOf(L""), L"");
 }
@@ -56,8 +56,8 @@ TEST_F(SafeSaveTest, ReplacesContentOfAnyLength)
         MemoryFileSystem fresh;
         Prepare(fresh, way);
         for (const std::string content : {"longer than what was there before it", "short", "", "again"}) {
-            EXPECT_TRUE(SaveContent(fresh, Path, content));
-            EXPECT_EQ(fresh.ContentOf(Path), content);
+            EXPECT_TRUE(SaveContent(fresh, SavedPath, content));
+            EXPECT_EQ(fresh.ContentOf(SavedPath), content);
             EXPECT_FALSE(fresh.Exists(Neighbour));
         }
     }
@@ -68,9 +68,9 @@ TEST_F(SafeSaveTest, MakesAMissingFile)
     for (const Way way : {Way::Beside, Way::InPlaceOfAMissingFile}) {
         MemoryFileSystem fresh;
         Prepare(fresh, way);
-        fresh.Remove(Path);
-        EXPECT_TRUE(SaveContent(fresh, Path, New));
-        EXPECT_EQ(fresh.ContentOf(Path), New);
+        fresh.Remove(SavedPath);
+        EXPECT_TRUE(SaveContent(fresh, SavedPath, New));
+        EXPECT_EQ(fresh.ContentOf(SavedPath), New);
         EXPECT_FALSE(fresh.Exists(Neighbour));
     }
 }
@@ -79,7 +79,7 @@ TEST_F(SafeSaveTest, UsesUpTheNeighbourThatAnEarlierCrashLeft)
 {
     Prepare(files, Way::Beside);
     files.AddFile(Neighbour, "half of something that was much longer than the new content will be");
-    EXPECT_TRUE(SaveContent(files, Path, New));
+    EXPECT_TRUE(SaveContent(files, SavedPath, New));
     EXPECT_EQ(Content(), New);
     ExpectNoNeighbour();
 }
@@ -87,7 +87,7 @@ TEST_F(SafeSaveTest, UsesUpTheNeighbourThatAnEarlierCrashLeft)
 TEST_F(SafeSaveTest, KeepsTheSpellingOfTheFilesName)
 {
     files.AddFile(L"C:\\Data\\List.INI", Old);
-    EXPECT_TRUE(SaveContent(files, Path, New));
+    EXPECT_TRUE(SaveContent(files, SavedPath, New));
     EXPECT_EQ(files.Listing(),
               (std::vector<std::wstring>{L"C:\\", L"C:\\Data\\", L"C:\\Data\\List.INI = \"the new content\""}));
 }
@@ -95,17 +95,17 @@ TEST_F(SafeSaveTest, KeepsTheSpellingOfTheFilesName)
 TEST_F(SafeSaveTest, RefusesWhatMayNotBeWritten)
 {
     Prepare(files, Way::Beside);
-    files.RefuseWriting(Path);
+    files.RefuseWriting(SavedPath);
     const auto before = files.Listing();
-    EXPECT_FALSE(SaveContent(files, Path, New));
+    EXPECT_FALSE(SaveContent(files, SavedPath, New));
     EXPECT_EQ(files.Listing(), before);
 }
 
 TEST_F(SafeSaveTest, RefusesAFolderOfThatName)
 {
-    files.AddFolder(Path);
+    files.AddFolder(SavedPath);
     const auto before = files.Listing();
-    EXPECT_FALSE(SaveContent(files, Path, New));
+    EXPECT_FALSE(SaveContent(files, SavedPath, New));
     EXPECT_EQ(files.Listing(), before);
 }
 
@@ -120,8 +120,8 @@ TEST_F(SafeSaveTest, RefusesWhereTheFolderIsMissing)
 TEST_F(SafeSaveTest, WritesInPlaceOnlyWhatItCouldPutBack)
 {
     Prepare(files, Way::InPlace);
-    files.RefuseReading(Path);
-    EXPECT_FALSE(SaveContent(files, Path, New));
+    files.RefuseReading(SavedPath);
+    EXPECT_FALSE(SaveContent(files, SavedPath, New));
     EXPECT_EQ(Content(), Old);
 }
 
@@ -136,8 +136,8 @@ TEST_F(SafeSaveTest, LeavesOldOrNewOnADiskOfAnyRoom)
             Prepare(fresh, way);
             const auto before = fresh.Listing();
             fresh.SetRoom(room);
-            if (SaveContent(fresh, Path, longer)) {
-                EXPECT_EQ(fresh.ContentOf(Path), longer);
+            if (SaveContent(fresh, SavedPath, longer)) {
+                EXPECT_EQ(fresh.ContentOf(SavedPath), longer);
                 EXPECT_FALSE(fresh.Exists(Neighbour));
             } else {
                 wasFull = true;
@@ -148,7 +148,7 @@ TEST_F(SafeSaveTest, LeavesOldOrNewOnADiskOfAnyRoom)
         MemoryFileSystem roomy;
         Prepare(roomy, way);
         roomy.SetRoom(longer.size());
-        EXPECT_TRUE(SaveContent(roomy, Path, longer));
+        EXPECT_TRUE(SaveContent(roomy, SavedPath, longer));
     }
 }
 
@@ -163,7 +163,7 @@ TEST(SafeSaveOutOfMemory, LeavesNoNeighbourAndNoMixture)
             const auto before = memory.files.Listing();
             FaultyPlatform faulty(memory.Ports(), FaultPlan(number, FaultKind::OutOfMemory));
             try {
-                EXPECT_TRUE(SaveContent(faulty.Ports().files, Path, New));
+                EXPECT_TRUE(SaveContent(faulty.Ports().files, SavedPath, New));
                 EXPECT_FALSE(faulty.HasFailed());
             } catch (const std::bad_alloc&) {
                 ++raised;
@@ -184,14 +184,14 @@ TEST(SafeSaveInterruption, LeavesOldOrNewWhereverItHappens)
         Prepare(files, Way::Beside);
         InterruptedFiles interrupted(files, number);
         try {
-            EXPECT_TRUE(SaveContent(interrupted, Path, New));
+            EXPECT_TRUE(SaveContent(interrupted, SavedPath, New));
         } catch (const Interrupted&) {
         }
         wasInterrupted = interrupted.WasInterrupted();
-        EXPECT_EQ(files.ContentOf(Path), wasInterrupted ? Old : New);
+        EXPECT_EQ(files.ContentOf(SavedPath), wasInterrupted ? Old : New);
         // What was left is no hindrance and is gone afterwards.
-        EXPECT_TRUE(SaveContent(files, Path, "newer"));
-        EXPECT_EQ(files.ContentOf(Path), "newer");
+        EXPECT_TRUE(SaveContent(files, SavedPath, "newer"));
+        EXPECT_EQ(files.ContentOf(SavedPath), "newer");
         EXPECT_FALSE(files.Exists(Neighbour));
     }
     EXPECT_EQ(number, 7); // six calls and then none
@@ -207,14 +207,14 @@ TEST(SafeSaveInterruption, LeavesNothingWorseThanAHalfWrittenFileInPlaceThatTheN
         Prepare(files, Way::InPlace);
         InterruptedFiles interrupted(files, number);
         try {
-            EXPECT_TRUE(SaveContent(interrupted, Path, New));
+            EXPECT_TRUE(SaveContent(interrupted, SavedPath, New));
         } catch (const Interrupted&) {
         }
         wasInterrupted = interrupted.WasInterrupted();
-        const std::string left = files.ContentOf(Path).value_or("");
+        const std::string left = files.ContentOf(SavedPath).value_or("");
         mixtures += left != Old && left != New ? 1 : 0;
-        EXPECT_TRUE(SaveContent(files, Path, "newer"));
-        EXPECT_EQ(files.ContentOf(Path), "newer");
+        EXPECT_TRUE(SaveContent(files, SavedPath, "newer"));
+        EXPECT_EQ(files.ContentOf(SavedPath), "newer");
     }
     EXPECT_EQ(number, 9);
     EXPECT_EQ(mixtures, 2); // in the middle of the write, and before the end was cut off

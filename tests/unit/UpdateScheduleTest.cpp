@@ -8,7 +8,7 @@
 namespace sitekeeper {
 namespace {
 
-const std::wstring Key = InstallationSettings::UpdateReminderKey();
+const std::wstring ScheduleKey = InstallationSettings::UpdateReminderKey();
 
 class UpdateSchedule : public ::testing::Test
 {
@@ -19,11 +19,11 @@ protected:
         for (const int value : values) {
             bytes.push_back(static_cast<std::byte>(value));
         }
-        memory.registry.SetBytes(Hive::CurrentUser, Key, L"CheckWebVersionDays", type, bytes);
+        memory.registry.SetBytes(Hive::CurrentUser, ScheduleKey, L"CheckWebVersionDays", type, bytes);
     }
     [[nodiscard]] std::wstring StoredDate() const
     {
-        const auto value = memory.registry.Find(Hive::CurrentUser, Key, L"CheckWebVersionDate");
+        const auto value = memory.registry.Find(Hive::CurrentUser, ScheduleKey, L"CheckWebVersionDate");
         return value ? DecodeUtf16(value->bytes) : L"(none)";
     }
 
@@ -34,22 +34,22 @@ protected:
 
 TEST_F(UpdateSchedule, StandsInTheAssistKey)
 {
-    EXPECT_EQ(Key, L"Software\\ORIVEL\\LX Plus\\2023\\Assist");
+    EXPECT_EQ(ScheduleKey, L"Software\\ORIVEL\\LX Plus\\2023\\Assist");
 }
 
 TEST_F(UpdateSchedule, HasTheCallersDaysWhenNoneAreStored)
 {
-    EXPECT_EQ(settings.ReadUpdateDays(Key, 7), 7U);
-    EXPECT_EQ(settings.ReadUpdateDays(Key, 0xFFFFFFFF), 0xFFFFFFFF);
-    memory.registry.SetNumber(Hive::LocalMachine, Key, L"CheckWebVersionDays", 3);
-    EXPECT_EQ(settings.ReadUpdateDays(Key, 7), 7U);
+    EXPECT_EQ(settings.ReadUpdateDays(ScheduleKey, 7), 7U);
+    EXPECT_EQ(settings.ReadUpdateDays(ScheduleKey, 0xFFFFFFFF), 0xFFFFFFFF);
+    memory.registry.SetNumber(Hive::LocalMachine, ScheduleKey, L"CheckWebVersionDays", 3);
+    EXPECT_EQ(settings.ReadUpdateDays(ScheduleKey, 7), 7U);
 }
 
 TEST_F(UpdateSchedule, ReadsStoredDays)
 {
     for (const std::uint32_t days : {0U, 1U, 7U, 365U, 0x12345678U, 0x80000000U, 0xFFFFFFFFU}) {
-        memory.registry.SetNumber(Hive::CurrentUser, Key, L"CheckWebVersionDays", days);
-        EXPECT_EQ(settings.ReadUpdateDays(Key, 7), days);
+        memory.registry.SetNumber(Hive::CurrentUser, ScheduleKey, L"CheckWebVersionDays", days);
+        EXPECT_EQ(settings.ReadUpdateDays(ScheduleKey, 7), days);
     }
 }
 
@@ -57,46 +57,46 @@ TEST_F(UpdateSchedule, ReadsUpToFourBytesOfAnyType)
 {
     constexpr auto Binary = static_cast<ValueType>(3);
     StoreDays(Binary, {5, 1, 0, 0});
-    EXPECT_EQ(settings.ReadUpdateDays(Key, 7), 261U);
+    EXPECT_EQ(settings.ReadUpdateDays(ScheduleKey, 7), 261U);
     StoreDays(Binary, {5, 1});
-    EXPECT_EQ(settings.ReadUpdateDays(Key, 7), 261U);
+    EXPECT_EQ(settings.ReadUpdateDays(ScheduleKey, 7), 261U);
     StoreDays(ValueType::Text, {0x31, 0});
-    EXPECT_EQ(settings.ReadUpdateDays(Key, 7), 0x31U);
+    EXPECT_EQ(settings.ReadUpdateDays(ScheduleKey, 7), 0x31U);
     StoreDays(Binary, {});
-    EXPECT_EQ(settings.ReadUpdateDays(Key, 7), 0U);
+    EXPECT_EQ(settings.ReadUpdateDays(ScheduleKey, 7), 0U);
     StoreDays(Binary, {5, 0, 0, 0, 0});
-    EXPECT_EQ(settings.ReadUpdateDays(Key, 7), 7U);
-    memory.registry.SetText(Hive::CurrentUser, Key, L"CheckWebVersionDays", L"14");
-    EXPECT_EQ(settings.ReadUpdateDays(Key, 7), 7U);
+    EXPECT_EQ(settings.ReadUpdateDays(ScheduleKey, 7), 7U);
+    memory.registry.SetText(Hive::CurrentUser, ScheduleKey, L"CheckWebVersionDays", L"14");
+    EXPECT_EQ(settings.ReadUpdateDays(ScheduleKey, 7), 7U);
 }
 
 TEST_F(UpdateSchedule, OpensItsKeyForQueryingOnly)
 {
-    memory.registry.SetNumber(Hive::CurrentUser, Key, L"CheckWebVersionDays", 3);
-    memory.registry.RefuseReading(Hive::CurrentUser, Key, KeyAccess::Read);
-    EXPECT_EQ(settings.ReadUpdateDays(Key, 7), 3U);
-    memory.registry.RefuseReading(Hive::CurrentUser, Key, KeyAccess::QueryValue);
-    EXPECT_EQ(settings.ReadUpdateDays(Key, 7), 7U);
+    memory.registry.SetNumber(Hive::CurrentUser, ScheduleKey, L"CheckWebVersionDays", 3);
+    memory.registry.RefuseReading(Hive::CurrentUser, ScheduleKey, KeyAccess::Read);
+    EXPECT_EQ(settings.ReadUpdateDays(ScheduleKey, 7), 3U);
+    memory.registry.RefuseReading(Hive::CurrentUser, ScheduleKey, KeyAccess::QueryValue);
+    EXPECT_EQ(settings.ReadUpdateDays(ScheduleKey, 7), 7U);
 }
 
 TEST_F(UpdateSchedule, WritesDaysAsANumberOfFourBytes)
 {
-    EXPECT_TRUE(settings.WriteUpdateDays(Key, 0x01020304));
-    const auto value = memory.registry.Find(Hive::CurrentUser, Key, L"CheckWebVersionDays");
+    EXPECT_TRUE(settings.WriteUpdateDays(ScheduleKey, 0x01020304));
+    const auto value = memory.registry.Find(Hive::CurrentUser, ScheduleKey, L"CheckWebVersionDays");
     ASSERT_TRUE(value);
     EXPECT_EQ(value->type, ValueType::Number);
     EXPECT_EQ(value->bytes, (std::vector{std::byte{4}, std::byte{3}, std::byte{2}, std::byte{1}}));
-    EXPECT_EQ(settings.ReadUpdateDays(Key, 7), 0x01020304U);
+    EXPECT_EQ(settings.ReadUpdateDays(ScheduleKey, 7), 0x01020304U);
 }
 
 TEST_F(UpdateSchedule, WritesTheDateInLocalTime)
 {
-    EXPECT_TRUE(settings.WriteUpdateDate(Key, 1714979289));
+    EXPECT_TRUE(settings.WriteUpdateDate(ScheduleKey, 1714979289));
     EXPECT_EQ(StoredDate(), L"2024-05-06 07:08:09");
     const TimeZoneScope there(Berlin);
-    EXPECT_TRUE(settings.WriteUpdateDate(Key, 1714979289));
+    EXPECT_TRUE(settings.WriteUpdateDate(ScheduleKey, 1714979289));
     EXPECT_EQ(StoredDate(), L"2024-05-06 09:08:09");
-    EXPECT_TRUE(settings.WriteUpdateDate(Key, 0));
+    EXPECT_TRUE(settings.WriteUpdateDate(ScheduleKey, 0));
     EXPECT_EQ(StoredDate(), L"1970-01-01 01:00:00");
 }
 
@@ -107,8 +107,8 @@ TEST_F(UpdateSchedule, ReadsBackTheDateItWrote)
         const TimeZoneScope there(rule);
         for (const Seconds moment : {Seconds{10800}, Seconds{1711846799}, Seconds{1711846800}, Seconds{1541300399},
                                      Seconds{1541300400}, Seconds{32503680000}}) {
-            EXPECT_TRUE(settings.WriteUpdateDate(Key, moment));
-            EXPECT_EQ(settings.ReadUpdateDate(Key, 1), moment) << rule;
+            EXPECT_TRUE(settings.WriteUpdateDate(ScheduleKey, moment));
+            EXPECT_EQ(settings.ReadUpdateDate(ScheduleKey, 1), moment) << rule;
         }
     }
 }
@@ -117,7 +117,7 @@ TEST_F(UpdateSchedule, WritesNoDateWithoutALocalTime)
 {
     for (const Seconds moment : {Seconds{-1}, Seconds{33000000000}}) {
         try {
-            settings.WriteUpdateDate(Key, moment);
+            settings.WriteUpdateDate(ScheduleKey, moment);
             ADD_FAILURE() << moment;
         } catch (const PlatformError& error) {
             EXPECT_EQ(error.Code(), ResultCode::InvalidArgument);
@@ -129,9 +129,9 @@ TEST_F(UpdateSchedule, WritesNoDateWithoutALocalTime)
 
 TEST_F(UpdateSchedule, ReportsThatNothingCouldBeStored)
 {
-    memory.registry.RefuseWriting(Hive::CurrentUser, Key);
-    EXPECT_FALSE(settings.WriteUpdateDate(Key, 1714979289));
-    EXPECT_FALSE(settings.WriteUpdateDays(Key, 7));
+    memory.registry.RefuseWriting(Hive::CurrentUser, ScheduleKey);
+    EXPECT_FALSE(settings.WriteUpdateDate(ScheduleKey, 1714979289));
+    EXPECT_FALSE(settings.WriteUpdateDays(ScheduleKey, 7));
     EXPECT_EQ(StoredDate(), L"(none)");
 }
 

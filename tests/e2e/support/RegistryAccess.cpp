@@ -1,7 +1,7 @@
 #include "e2e/support/RegistryAccess.h"
 
 #include "e2e/support/Wide.h"
-#include "frame/Handles.h"
+#include "win32/Handles.h"
 
 #include <array>
 #include <cstring>

@@ -1,7 +1,7 @@
 // The registry of the machine the tests run on, value by value, as raw as it is stored.
 #pragma once
 
-#include "frame/Handles.h"
+#include "win32/Handles.h"
 
 #include <windows.h>
 

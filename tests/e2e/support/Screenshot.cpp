@@ -3,7 +3,7 @@
 #include "e2e/support/FileTree.h"
 #include "e2e/support/ProgramRun.h"
 #include "e2e/support/Wide.h"
-#include "frame/Handles.h"
+#include "win32/Handles.h"
 
 #include <array>
 #include <utility>

@@ -2,7 +2,7 @@
 
 #include "e2e/support/FileTree.h"
 #include "e2e/support/Wide.h"
-#include "frame/Handles.h"
+#include "win32/Handles.h"
 
 #include <windows.h>
 

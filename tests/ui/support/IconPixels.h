@@ -1,7 +1,7 @@
 // Icons made of given pixels, and the pixels of icons.
 #pragma once
 
-#include "frame/Handles.h"
+#include "win32/Handles.h"
 
 #include <windows.h>
 

@@ -1,7 +1,7 @@
 // A picture in memory: something to paint into, and to read pixel by pixel afterwards.
 #pragma once
 
-#include "frame/Handles.h"
+#include "win32/Handles.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
 #include "support/ThreadWindows.h"
 
-#include "frame/Handles.h"
+#include "win32/Handles.h"
 
 #include <algorithm>
 #include <utility>

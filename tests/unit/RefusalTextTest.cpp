@@ -1,11 +1,11 @@
-#include "app/AccessGate.h"
+#include "app/RefusalText.h"
 
 #include <gtest/gtest.h>
 
 namespace sitekeeper {
 namespace {
 
-TEST(AccessGate, NamesTheRefusedUser)
+TEST(RefusalText, NamesTheRefusedUser)
 {
     EXPECT_EQ(RefusalText(L"keeper"), L"keeper,\nYou do not have permission to run this application.\n\n"
                                       L"Please contact your system administrator.");

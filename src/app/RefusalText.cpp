@@ -1,4 +1,4 @@
-#include "app/AccessGate.h"
+#include "app/RefusalText.h"
 
 #include "text/Text.h"
 
