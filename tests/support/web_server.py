@@ -84,8 +84,11 @@ class Visit(socketserver.StreamRequestHandler):
     def serve_reset(self):
         self.serve_cut()
         self.wait_until_taken()
-        # Closing without lingering resets the connection.
+        # Closing without lingering resets the connection, but only when nothing has been said of its end before: here,
+        # not where the visit ends. The reader holds the socket too.
         self.connection.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
+        self.rfile.close()
+        self.connection.close()
 
     def serve_wrong_length(self):
         self.wfile.write(head("200 OK", "Content-Length: 60") + PAGE)
