@@ -26,7 +26,6 @@ struct ListsWorld
     }
 
     [[nodiscard]] std::string Content() const { return platform.memory.files.ContentOf(Path).value_or("(no file)"); }
-    /// The drives, the folder and the file.
     [[nodiscard]] bool HasNeighbour() const { return platform.memory.files.Exists(NeighbourOf(Path)); }
 
     PausingPlatform platform;

@@ -1,4 +1,5 @@
-// The access lists in their file: what is read, written and admitted. Failing calls are in AccessListsSweepTest.cpp.
+// The access lists in their file: what is read, written and admitted. Failing calls are in
+// failure/AccessListFailures.cpp.
 #include "access/AccessLists.h"
 
 #include "support/MemoryPlatform.h"
