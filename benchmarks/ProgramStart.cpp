@@ -15,12 +15,6 @@ namespace {
 
 constexpr double DeadlineMilliseconds = 10'000;
 
-struct ProcessHandlePolicy : NullHandlePolicy<HANDLE>
-{
-    static void Close(HANDLE handle) noexcept { ::CloseHandle(handle); }
-};
-using UniqueProcess = UniqueHandle<ProcessHandlePolicy>;
-
 /// The windows of one process that the measurement waits for.
 struct Windows
 {
@@ -66,7 +60,7 @@ StartResult MeasureStart(const std::wstring& program)
         throw std::runtime_error("a program could not be started");
     }
     const UniqueProcess process(started.hProcess);
-    const UniqueProcess thread(started.hThread);
+    const UniqueThread thread(started.hThread);
 
     std::optional<double> splashCame;
     double splashTime = 0;

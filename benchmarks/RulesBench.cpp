@@ -6,7 +6,7 @@
 #include "shortcuts/ShellFolders.h"
 #include "shortcuts/ShortcutCatalogue.h"
 #include "shortcuts/ShortcutFiles.h"
-#include "support/MemoryPlatform.h"
+#include "support/SuiteFixture.h"
 
 #include <benchmark/benchmark.h>
 #include <cstddef>
@@ -19,7 +19,6 @@ namespace {
 
 using namespace sitekeeper;
 
-constexpr const wchar_t* Folders = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
 constexpr CalendarTime NextReminder = {2026, 12, 1, 0, 0, 0};
 
 /// An installation whose ten shortcuts all exist.
@@ -27,8 +26,8 @@ void Install(MemoryPlatform& platform)
 {
     const Platform ports = platform.Ports();
     InstallationSettings settings = SettingsOn(ports);
-    settings.WriteString(Hive::LocalMachine, Folders, L"Common Desktop", L"C:\\Users\\Public\\Desktop");
-    settings.WriteString(Hive::LocalMachine, Folders, L"Common Programs", L"C:\\ProgramData\\Programs");
+    settings.WriteString(Hive::LocalMachine, ShellFoldersKey, L"Common Desktop", L"C:\\Users\\Public\\Desktop");
+    settings.WriteString(Hive::LocalMachine, ShellFoldersKey, L"Common Programs", L"C:\\ProgramData\\Programs");
     for (int row = 0; row < ShortcutCount(); ++row) {
         platform.files.AddFile(GetDesktopShortcutPath(platform.registry, row));
         platform.files.AddFile(GetProgramsShortcutPath(platform.registry, row));
@@ -54,7 +53,7 @@ void BM_ApplyCalls(benchmark::State& state)
     MemoryPlatform platform;
     Install(platform);
     const Platform ports = platform.Ports();
-    const std::wstring folders = Folders;
+    const std::wstring folders = ShellFoldersKey;
     const std::wstring suite = L"Software\\ORIVEL\\LX Plus\\2023";
     const std::wstring names[] = {L"LocalAppPath", L"NetworkAppPath", L"DatafilesPath"};
     const std::wstring places[] = {L"Common Desktop", L"Common Programs"};

@@ -72,7 +72,7 @@ void BenchRenewal(int runs)
     ::GetTempPathW(MAX_PATH, temporary);
     Win32FileSystem files;
     Win32Shell shell;
-    const bool isEntered = shell.EnterComponents();
+    Require(shell.EnterComponents(), "the component runtime cannot be entered");
     const std::wstring folders[] = {std::wstring(temporary) + L"SkBench\\Desktop\\",
                                     std::wstring(temporary) + L"SkBench\\Programs\\"};
     std::vector<std::wstring> paths;
@@ -100,9 +100,7 @@ void BenchRenewal(int runs)
         }
         bareTimes.push_back(bareWatch.Milliseconds());
     }
-    if (isEntered) {
-        shell.LeaveComponents();
-    }
+    shell.LeaveComponents();
     PrintResult("renew all ten shortcuts", 0, "ms", Median(ourTimes), {"bare calls of the shell", Median(bareTimes)});
 }
 

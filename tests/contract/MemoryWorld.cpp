@@ -105,7 +105,7 @@ public:
     [[nodiscard]] bool IsRecorderRunning(const std::wstring& path) override { return AwaitRecord(path).has_value(); }
     void EndRecorder(const std::wstring& path) override { m_ended.push_back(path); }
     [[nodiscard]] std::wstring CurrentFolder() override { return m_currentFolder; }
-    [[nodiscard]] std::uint32_t OpenHandles() override { return 0; }
+    [[nodiscard]] unsigned OpenHandles() override { return 0; }
 
     [[nodiscard]] std::wstring FileWithVersion() override { return Library; }
     [[nodiscard]] std::wstring LibraryName() override { return GetNameOfLibrary(); }

@@ -20,7 +20,8 @@ enum class DialogAnswer
 struct PrinterHoldings
 {
     unsigned drawingObjects = 0;
-    unsigned long handles = 0;
+    /// 0 in memory, where there are none.
+    unsigned handles = 0;
     /// Bytes taken from the process's own heap, in which dialogs describe printers.
     std::size_t memory = 0;
 };

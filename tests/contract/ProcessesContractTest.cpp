@@ -77,7 +77,7 @@ TEST_F(ProcessesContract, KeepsNoHandle)
         world->MakeRecorder(path);
     }
     start(program); // what the system sets up once
-    const std::uint32_t before = world->OpenHandles();
+    const unsigned before = world->OpenHandles();
     for (const std::wstring& path : more) {
         start(path);
     }

@@ -1,5 +1,6 @@
 #include "contract/PrinterWorld.h"
 #include "support/GuiResources.h"
+#include "support/HandleCount.h"
 #include "support/ModalDriver.h"
 #include "support/TestPrinter.h"
 #include "win32/Win32Printer.h"
@@ -101,9 +102,7 @@ public:
 
     [[nodiscard]] PrinterHoldings Holdings() override
     {
-        DWORD handles = 0;
-        ::GetProcessHandleCount(::GetCurrentProcess(), &handles);
-        return {CountGdiObjects(), handles, HeapBytes()};
+        return {CountGdiObjects(), CountHandles(::GetCurrentProcess()), HeapBytes()};
     }
 
 private:

@@ -2,6 +2,7 @@
 #include "contract/Win32Files.h"
 #include "contract/Win32Recorder.h"
 #include "contract/World.h"
+#include "support/HandleCount.h"
 #include "support/Wine.h"
 #include "win32/Handles.h"
 #include "win32/Win32Accounts.h"
@@ -156,12 +157,7 @@ public:
     [[nodiscard]] bool IsRecorderRunning(const std::wstring& path) override { return IsRecording(path); }
     void EndRecorder(const std::wstring& path) override { EndRecording(path); }
     [[nodiscard]] std::wstring CurrentFolder() override { return fs::current_path().wstring() + L"\\"; }
-    [[nodiscard]] std::uint32_t OpenHandles() override
-    {
-        DWORD count = 0;
-        ::GetProcessHandleCount(::GetCurrentProcess(), &count);
-        return count;
-    }
+    [[nodiscard]] unsigned OpenHandles() override { return CountHandles(::GetCurrentProcess()); }
 
     [[nodiscard]] std::wstring FileWithVersion() override { return LibraryPath(); }
     [[nodiscard]] std::wstring LibraryName() override { return L"shlwapi.dll"; }

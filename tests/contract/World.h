@@ -109,8 +109,8 @@ public:
     virtual void EndRecorder(const std::wstring& path) = 0;
     /// The working folder of this process, with a "\\" at its end.
     [[nodiscard]] virtual std::wstring CurrentFolder() = 0;
-    /// How many handles this process has open.
-    [[nodiscard]] virtual std::uint32_t OpenHandles() = 0;
+    /// How many handles this process has open; 0 in memory, where there are none.
+    [[nodiscard]] virtual unsigned OpenHandles() = 0;
 
     /// A file that has a version resource.
     [[nodiscard]] virtual std::wstring FileWithVersion() = 0;

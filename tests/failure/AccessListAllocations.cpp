@@ -29,7 +29,6 @@ struct ListsWorld
     {
         return platform.memory.files.ContentOf(ListPath).value_or("(no file)");
     }
-    /// The drives, the folder and the file.
     [[nodiscard]] bool HasNeighbour() const { return platform.memory.files.Exists(NeighbourOf(ListPath)); }
 
     PausingPlatform platform;

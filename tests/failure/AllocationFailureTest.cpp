@@ -23,7 +23,8 @@ class AllocationFailure : public ::testing::TestWithParam<SweptOperation>
 
 TEST_P(AllocationFailure, LeavesWhatIsPromisedWhicheverAllocationFails)
 {
-    EXPECT_GE(GetParam().sweep(), 0);
+    // The sweep itself checks. Unlike calls of the platform, an operation may have no allocation at all.
+    static_cast<void>(GetParam().sweep());
 }
 
 INSTANTIATE_TEST_SUITE_P(EachOperation, AllocationFailure, ::testing::ValuesIn(AllOperations()),

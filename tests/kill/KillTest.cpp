@@ -9,11 +9,13 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <gtest/gtest.h>
 #include <iostream>
 #include <random>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace sitekeeper {
@@ -21,14 +23,11 @@ namespace {
 
 constexpr int KillsOfEach = 500;
 constexpr DWORD StartMilliseconds = 30'000;
-/// A save takes a few milliseconds: kills come within the first saves.
-constexpr int LongestLifeMicroseconds = 20'000;
+/// Kills come within the first saves, however long this machine takes for one.
+constexpr int SavesInLongestLife = 6;
+constexpr std::chrono::microseconds LeastLongestLife{20'000};
 
-struct KernelObjectPolicy : NullHandlePolicy<HANDLE>
-{
-    static void Close(HANDLE object) noexcept { ::CloseHandle(object); }
-};
-using UniqueObject = UniqueHandle<KernelObjectPolicy>;
+using UniqueEvent = UniqueHandle<ProcessPolicy>; // closed as a process is
 
 std::wstring ScratchFile(const std::wstring& name)
 {
@@ -37,8 +36,14 @@ std::wstring ScratchFile(const std::wstring& name)
     return folder.data() + (L"Kill" + std::to_wstring(::GetCurrentProcessId()) + name);
 }
 
-/// The bytes of a large file of this content, as an undisturbed save leaves them.
-std::string ContentOf(Variant variant)
+struct Saved
+{
+    std::string content;
+    std::chrono::microseconds time{};
+};
+
+/// The bytes of a large file of this content, as an undisturbed save leaves them, and how long that takes.
+Saved SaveUndisturbed(Variant variant)
 {
     Win32FileSystem files;
     const Win32CodePage codePage;
@@ -46,9 +51,12 @@ std::string ContentOf(Variant variant)
     CIniFile store(files, codePage, L"");
     store.Open(path);
     Fill(store, variant, EntriesOfLargeFile);
-    std::string content = store.Save(true) == CIniFile::Success ? files.ReadContent(path).value_or("") : "";
+    const auto begin = std::chrono::steady_clock::now();
+    const bool isSaved = store.Save(true) == CIniFile::Success;
+    const auto time = std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - begin);
+    std::string content = isSaved ? files.ReadContent(path).value_or("") : "";
     files.RemoveFile(path);
-    return content;
+    return {std::move(content), time};
 }
 
 /// Lets a process live so long, to the microsecond: asleep until shortly before the end, then awake, so that the
@@ -72,8 +80,9 @@ void LetLive(HANDLE process, int microseconds)
 class Killer
 {
 public:
-    Killer(std::wstring id, const std::array<std::string, 2>& contents, unsigned seed)
-        : m_id(std::move(id)), m_contents(contents), m_random(seed)
+    Killer(std::wstring id, const std::array<std::string, 2>& contents, std::chrono::microseconds longestLife,
+           unsigned seed)
+        : m_id(std::move(id)), m_contents(contents), m_life(0, static_cast<int>(longestLife.count())), m_random(seed)
     {}
 
     void Run(int kills)
@@ -96,7 +105,7 @@ public:
 private:
     void StartAndKill()
     {
-        const UniqueObject started(::CreateEventW(nullptr, TRUE, FALSE, StartedEventName(m_id).c_str()));
+        const UniqueEvent started(::CreateEventW(nullptr, TRUE, FALSE, StartedEventName(m_id).c_str()));
         std::wstring command = L"\"" SITEKEEPER_STORE_SAVER L"\" endless \"" + m_path + L"\" " + m_id;
         STARTUPINFOW startup{};
         startup.cb = sizeof startup;
@@ -106,13 +115,13 @@ private:
             m_failure = "the saver cannot be started";
             return;
         }
-        const UniqueObject process(information.hProcess);
-        const UniqueObject thread(information.hThread);
+        const UniqueProcess process(information.hProcess);
+        const UniqueThread thread(information.hThread);
         const std::array<HANDLE, 2> either = {started.get(), process.get()};
         if (::WaitForMultipleObjects(2, either.data(), FALSE, StartMilliseconds) != WAIT_OBJECT_0) {
             m_failure = "the saver does not begin";
         }
-        LetLive(process.get(), std::uniform_int_distribution(0, LongestLifeMicroseconds)(m_random));
+        LetLive(process.get(), m_life(m_random));
         DWORD code = 0;
         if (::GetExitCodeProcess(process.get(), &code) != FALSE && code != STILL_ACTIVE) {
             m_failure = "the saver ended by itself with " + std::to_string(code);
@@ -138,6 +147,7 @@ private:
 
     std::wstring m_id;
     const std::array<std::string, 2>& m_contents;
+    std::uniform_int_distribution<int> m_life; // microseconds
     std::mt19937 m_random;
     std::wstring m_path = ScratchFile(m_id + L".ini");
     Win32FileSystem m_files;
@@ -149,19 +159,21 @@ private:
 
 TEST(KillTest, LeavesTheFileWholeAThousandTimes)
 {
-    const std::array<std::string, 2> contents = {ContentOf(Variant::First), ContentOf(Variant::Second)};
+    const std::array<Saved, 2> saved = {SaveUndisturbed(Variant::First), SaveUndisturbed(Variant::Second)};
+    const std::array<std::string, 2> contents = {saved[0].content, saved[1].content};
     for (const std::string& content : contents) {
         EXPECT_EQ(std::count(content.begin(), content.end(), '\n'), EntriesOfLargeFile + 1);
         EXPECT_GT(content.size(), 150'000U);
     }
     ASSERT_NE(contents[0], contents[1]);
     constexpr unsigned Seed = 20261121;
-    Killer one(L"One", contents, Seed);
-    Killer two(L"Two", contents, Seed + 1);
+    const auto longestLife = std::max(SavesInLongestLife * std::max(saved[0].time, saved[1].time), LeastLongestLife);
+    std::cout << "seed " << Seed << ", lives of at most " << longestLife.count() << " microseconds\n";
+    Killer one(L"One", contents, longestLife, Seed);
+    Killer two(L"Two", contents, longestLife, Seed + 1);
     std::thread beside([&two] { two.Run(KillsOfEach); });
     one.Run(KillsOfEach);
     beside.join();
-    std::cout << "seed " << Seed << '\n';
     Win32FileSystem files;
     for (const Killer* const killer : {&one, &two}) {
         std::cout << killer->Kills() << " kills, " << killer->InSave() << " of them in a save; " << killer->Found()[0]

@@ -84,8 +84,11 @@ class Visit(socketserver.StreamRequestHandler):
     def serve_reset(self):
         self.serve_cut()
         self.wait_until_taken()
-        # Closing without lingering resets the connection.
+        # Closing without lingering resets the connection, but only when nothing has been said of its end before: here,
+        # not where the visit ends. The reader holds the socket too.
         self.connection.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
+        self.rfile.close()
+        self.connection.close()
 
     def serve_wrong_length(self):
         self.wfile.write(head("200 OK", "Content-Length: 60") + PAGE)
@@ -122,11 +125,26 @@ class Visit(socketserver.StreamRequestHandler):
             self.serve_missing()
 
     def wait_until_taken(self):
-        """Until the visitor's system has all bytes that were sent: a reset throws away what has not arrived."""
+        """Until the visitor's system has all bytes that were sent, and the visitor has read them from it: a reset throws
+        away the others."""
         siocoutq = 0x5411
-        while struct.unpack("i", fcntl.ioctl(self.connection, siocoutq, b"\0" * 4))[0] > 0:
+        end = time.monotonic() + PATIENCE
+        while time.monotonic() < end and (
+                struct.unpack("i", fcntl.ioctl(self.connection, siocoutq, b"\0" * 4))[0] > 0 or self.unread_bytes() > 0):
             time.sleep(0.001)
-        time.sleep(0.05)  # and for the visitor to read them
+
+    def unread_bytes(self):
+        """What waits at the visitor's end, which stands in the same table as ours, with the addresses swapped; 0 when it
+        is gone."""
+        def hexadecimal(address):
+            return "%08X:%04X" % (struct.unpack("=I", socket.inet_aton(address[0]))[0], address[1])
+
+        visitor = [hexadecimal(self.connection.getpeername()), hexadecimal(self.connection.getsockname())]
+        with open("/proc/net/tcp", encoding="ascii") as table:
+            for row in map(str.split, table):
+                if row[1:3] == visitor:
+                    return int(row[4].split(":")[1], 16)
+        return 0
 
 
 class Server(socketserver.ThreadingTCPServer):

@@ -133,14 +133,13 @@ TEST_F(ButtonSTTest, FollowsTheMouseOnlyInAnActiveProgramWhenToldSo)
 {
     ::SetActiveWindow(nullptr);
     ::SetForegroundWindow(::GetDesktopWindow());
-    if (::GetActiveWindow() == nullptr) {
-        m_button.SetAlwaysTrack(false);
-        Send(WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
-        EXPECT_FALSE(m_button.State().isHovered);
-        m_button.SetAlwaysTrack(true);
-        Send(WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
-        EXPECT_TRUE(m_button.State().isHovered);
-    }
+    ASSERT_EQ(::GetActiveWindow(), nullptr);
+    m_button.SetAlwaysTrack(false);
+    Send(WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
+    EXPECT_FALSE(m_button.State().isHovered);
+    m_button.SetAlwaysTrack(true);
+    Send(WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
+    EXPECT_TRUE(m_button.State().isHovered);
     ::SetActiveWindow(m_owner);
     ASSERT_EQ(::GetActiveWindow(), m_owner);
     Send(WM_MOUSELEAVE);

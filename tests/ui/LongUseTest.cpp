@@ -26,12 +26,12 @@ constexpr std::size_t NotesPerWindow = 512;
 
 int Openings()
 {
-    return Times(L"SITEKEEPER_OPENINGS", 15);
+    return GivenNumber(L"SITEKEEPER_OPENINGS", 15);
 }
 
 int Drags()
 {
-    return Times(L"SITEKEEPER_DRAGS", 160);
+    return GivenNumber(L"SITEKEEPER_DRAGS", 160);
 }
 
 // --- the main dialog, and the program as a whole ---------------------------------------------------------------------

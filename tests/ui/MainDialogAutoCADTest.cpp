@@ -54,8 +54,7 @@ protected:
     WindowId m_owner{};
 };
 
-// --- trusted paths
-// -----------------------------------------------------------------------------------------------------
+// --- trusted paths --------------------------------------------------------------------------------------------------
 
 TEST_F(MainDialogAutoCADTest, AnswersTheCommandWhoseItemIsGrayed)
 {
@@ -123,8 +122,7 @@ TEST_F(MainDialogAutoCADTest, BeginsTheSearchAfreshAtEachCommand)
     EXPECT_EQ(Paths(L"R20.1", L"Q"), FiveFolders(L"C:\\S", L"R20"));
 }
 
-// --- the engine's installer
-// --------------------------------------------------------------------------------------------
+// --- the engine's installer -----------------------------------------------------------------------------------------
 
 TEST_F(MainDialogAutoCADTest, HidesItselfWhileTheInstallerIsStarted)
 {

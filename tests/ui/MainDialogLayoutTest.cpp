@@ -160,16 +160,9 @@ TEST_F(MainDialogLayoutTest, HasTheSuitesFontInEveryControl)
     });
 }
 
-BOOL CALLBACK CollectDialog(HMODULE /*module*/, const wchar_t* /*type*/, wchar_t* name, LONG_PTR list)
-{
-    reinterpret_cast<std::vector<UINT>*>(list)->push_back(LOWORD(reinterpret_cast<UINT_PTR>(name)));
-    return TRUE;
-}
-
 TEST_F(MainDialogLayoutTest, GivesEveryDialogTheSuitesFontAndChangesNothingElse)
 {
-    std::vector<UINT> dialogs;
-    ::EnumResourceNamesW(m_app.Instance(), RT_DIALOG, &CollectDialog, reinterpret_cast<LONG_PTR>(&dialogs));
+    const std::vector<UINT> dialogs = DialogNumbers(m_app.Instance());
     ASSERT_THAT(dialogs, testing::Contains(102U));
     CDlgOccManager manager;
     for (const UINT id : dialogs) {

@@ -1,4 +1,5 @@
 // What the user access dialog shows, adds, refreshes and writes.
+#include "support/Capture.h"
 #include "support/UserAccessFixture.h"
 
 #include <gtest/gtest.h>
@@ -13,6 +14,11 @@ TEST_F(UserAccessTest, ShowsTheStoredListsSorted)
     Store("[User List]\r\nbob = bob\r\nCarol = Carol\r\nalice = alice\r\n\r\n[Ledger Composer]\r\nbob = bob\r\n\r\n"
           "[SiteKeeper]\r\nalice = alice\r\nCarol = Carol\r\n\r\n[Norm Keeper]\r\nzoe = zoe\r\n");
     EXPECT_EQ(Run({Expect({{L"alice", L"bob", L"Carol"}, {L"bob"}, {L"alice", L"Carol"}, NobodyElse, {L"zoe"}}),
+                   Do("take a picture",
+                      [](const UserAccessPage& page) {
+                          page.Select(UserList, {L"bob"});
+                          CaptureWindow(page.Window()).Save(L"user-access");
+                      }),
                    Press(IDCANCEL)}),
               IDCANCEL);
     EXPECT_TRUE(memory.accounts.Requests().empty());

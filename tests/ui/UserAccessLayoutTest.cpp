@@ -1,5 +1,4 @@
 // The look of the user access dialog: what its template says, and what a user sees of it.
-#include "support/Capture.h"
 #include "support/TemplateReader.h"
 #include "support/UserAccessFixture.h"
 
@@ -74,18 +73,6 @@ TEST_F(UserAccessTest, StartsInTheKnownUsersAndTabsThroughTheControls)
                 EXPECT_EQ(order, (std::vector<int>{UserList, NewUserField, AddButton, RefreshButton, LedgerComposerList,
                                                    SiteKeeperList, SheetWriterList, NormKeeperList, IDOK, IDCANCEL,
                                                    HelpButton}));
-            }),
-         Press(IDCANCEL)});
-}
-
-TEST_F(UserAccessTest, CanBeLookedAt)
-{
-    Store("[User List]\r\nalice = alice\r\nbob = bob\r\nCarol = Carol\r\nO'Brien = O'Brien\r\n\r\n[Norm Keeper]\r\n"
-          "bob = bob\r\n\r\n[SiteKeeper]\r\nCarol = Carol\r\nalice = alice\r\n");
-    Run({Do("take a picture",
-            [](const UserAccessPage& page) {
-                page.Select(UserList, {L"bob"});
-                CaptureWindow(page.Window()).Save(L"user-access");
             }),
          Press(IDCANCEL)});
 }

@@ -1,5 +1,5 @@
 // The access lists in their file: what is read, written and admitted. Failing calls are in
-// tests/failure/AccessListFailures.cpp.
+// failure/AccessListFailures.cpp.
 #include "access/AccessLists.h"
 
 #include "support/MemoryPlatform.h"

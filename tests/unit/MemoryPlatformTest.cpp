@@ -1,5 +1,5 @@
 // What the platform in memory can do beyond the ports' contracts, for which it has no real counterpart to be held to.
-#include "support/FaultyPlatform.h"
+#include "support/MemoryPlatform.h"
 
 #include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
@@ -165,86 +165,6 @@ TEST(ScriptedFolderChooserTest, FailsATestThatAsksMoreOrLess)
     EXPECT_NONFATAL_FAILURE(ScriptedFolderChooser().Choose(L"title", path), "unexpected folder chooser");
     EXPECT_EQ(path, L"");
     EXPECT_NONFATAL_FAILURE(ScriptedFolderChooser().ExpectCancel(), "did not come");
-}
-
-TEST(FaultyPlatformTest, LetsEachKindOfCallFailAsItsContractAllows)
-{
-    const std::function<void(const Platform&)> calls[] = {
-        [](const Platform& p) {
-            EXPECT_FALSE(p.registry.ReadValue(Hive::CurrentUser, L"K", L"V", KeyAccess::Read, 9));
-        },
-        [](const Platform& p) {
-            EXPECT_FALSE(p.registry.WriteValue(Hive::CurrentUser, L"K", L"W", ValueType::Text, SomeBytes));
-        },
-        [](const Platform& p) { EXPECT_FALSE(p.files.Exists(L"C:\\")); },
-        [](const Platform& p) { EXPECT_FALSE(p.files.FullPath(L"C:\\")); },
-        [](const Platform& p) { EXPECT_FALSE(p.files.MakeFolder(L"C:\\New")); },
-        [](const Platform& p) { EXPECT_FALSE(p.shell.EnterComponents()); },
-        [](const Platform& p) { EXPECT_EQ(p.shell.SaveShortcut(L"C:\\a.lnk", {}), InjectedFailure); },
-        [](const Platform& p) { p.shell.Explore(L"C:\\"); },
-        [](const Platform& p) {
-            std::wstring path = L"C:\\Old";
-            p.folders.Choose(L"title", path);
-            EXPECT_EQ(path, L"");
-        },
-        [](const Platform& p) {
-            EXPECT_EQ(p.messages.Show(WindowId::None, L"text", std::nullopt, MessageStyle::Ok), Answer::None);
-        },
-        [](const Platform& p) { EXPECT_EQ(p.modules.Load(L"a.dll"), ModuleId::None); },
-        [](const Platform& p) { EXPECT_FALSE(p.environment.Variable(L"Name")); },
-        [](const Platform& p) { EXPECT_EQ(p.accounts.UserName(), L""); },
-        [](const Platform& p) { EXPECT_FALSE(p.clock.ToLocal(0)); },
-        [](const Platform& p) {
-            EXPECT_FALSE(p.clock.FromLocal({2024, 5, 6, 7, 8, 9}));
-        },
-        [](const Platform& p) {
-            EXPECT_FALSE(p.clock.Format(L"%Y", {2024, 5, 6, 7, 8, 9}));
-        },
-        [](const Platform& p) { p.help.ShowContents(WindowId::None, L"a.chm"); },
-        [](const Platform& p) { p.help.ShowTopic(WindowId::None, L"a.chm::/b.htm"); },
-        [](const Platform& p) { EXPECT_EQ(p.printer.Choose(WindowId::None), nullptr); },
-    };
-    for (const auto& call : calls) {
-        MemoryPlatform memory;
-        memory.registry.SetBytes(Hive::CurrentUser, L"K", L"V", ValueType::Text, SomeBytes);
-        memory.modules.AddLibrary(L"a.dll");
-        memory.environment.Set(L"Name", L"text");
-        EXPECT_TRUE(memory.shell.EnterComponents());
-        const State before = memory.CurrentState();
-        FaultyPlatform faulty(memory.Ports(), 1);
-        EXPECT_FALSE(faulty.HasFailed());
-        call(faulty.Ports());
-        EXPECT_TRUE(faulty.HasFailed());
-        EXPECT_EQ(faulty.Calls().size(), 1U);
-        EXPECT_EQ(memory.CurrentState(), before);
-    }
-}
-
-TEST(FaultyPlatformTest, ForwardsEveryOtherCall)
-{
-    MemoryPlatform memory;
-    FaultyPlatform faulty(memory.Ports(), 2);
-    const Platform ports = faulty.Ports();
-    EXPECT_TRUE(ports.files.MakeFolder(L"C:\\A"));
-    EXPECT_FALSE(ports.files.MakeFolder(L"C:\\B"));
-    EXPECT_TRUE(ports.files.MakeFolder(L"C:\\C"));
-    EXPECT_EQ(memory.files.Listing(), (State{L"C:\\", L"C:\\A\\", L"C:\\C\\"}));
-    EXPECT_EQ(faulty.Calls(), (State{L"make folder C:\\A", L"make folder C:\\B", L"make folder C:\\C"}));
-    EXPECT_EQ(ports.clock.Now(), memory.clock.Now());
-}
-
-TEST(SweepFailuresTest, RunsOnceForEachCallAndStops)
-{
-    std::vector<int> numbers;
-    const Sweep sweep{[](MemoryPlatform&) {},
-                      [](const Platform& ports) {
-                          if (ports.files.MakeFolder(L"C:\\A")) {
-                              ports.files.MakeFolder(L"C:\\A\\B");
-                          }
-                      },
-                      [&numbers](const FaultedRun& run) { numbers.push_back(run.number); }};
-    EXPECT_EQ(SweepFailures(sweep), 2);
-    EXPECT_EQ(numbers, (std::vector{1, 2}));
 }
 
 } // namespace

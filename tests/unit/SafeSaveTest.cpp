@@ -37,7 +37,6 @@ class SafeSaveTest : public ::testing::Test
 {
 protected:
     [[nodiscard]] std::string Content() const { return files.ContentOf(SavedPath).value_or("(no file)"); }
-    /// The file and its folder on the drive, and nothing else.
     void ExpectNoNeighbour() const { EXPECT_FALSE(files.Exists(Neighbour)); }
 
     MemoryFileSystem files;

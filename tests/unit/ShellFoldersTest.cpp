@@ -1,13 +1,11 @@
 #include "shortcuts/ShellFolders.h"
 
-#include "support/MemoryRegistry.h"
+#include "support/SuiteFixture.h"
 
 #include <gtest/gtest.h>
 
 namespace sitekeeper {
 namespace {
-
-const std::wstring ShellFoldersKey = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
 
 class ShellFolders : public ::testing::Test
 {

@@ -150,8 +150,7 @@ TEST_F(TrustedPathsTest, DoesNotLookAtTheResultOfAWrite)
     EXPECT_EQ(m_registry.Listing(), before);
 }
 
-// --- the position that is carried over
-// ---------------------------------------------------------------------------------
+// --- the position that is carried over ------------------------------------------------------------------------------
 
 TEST_F(TrustedPathsTest, WritesTheFirstOfTwoProductsAndRefusesTheSecond)
 {
@@ -274,8 +273,7 @@ TEST_F(TrustedPathsTest, TakesAValueThatHasGoneForAnEmptyOne)
     EXPECT_EQ(Paths(L"R24.0", L"Gone"), FiveFolders(L"D:\\S", L"R24"));
 }
 
-// --- many products
-// -----------------------------------------------------------------------------------------------------
+// --- many products --------------------------------------------------------------------------------------------------
 
 class ManyProductsTest : public TrustedPathsTest
 {

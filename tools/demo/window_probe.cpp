@@ -119,7 +119,7 @@ int WaitForMain(ULONGLONG end)
         const DWORD process = FindProgram();
         const std::vector<HWND> windows = VisibleWindows(process);
         HWND main = FindMain(windows);
-        // The splash stands over the main window for a while: alone means that it has gone.
+        // Alone: no message stands above it. The splash has gone before it comes.
         if (main != nullptr && windows.size() == 1 && Answers(main)) {
             RECT r{};
             ::GetWindowRect(main, &r);

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+
 namespace sitekeeper {
 namespace {
 

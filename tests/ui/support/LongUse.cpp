@@ -15,7 +15,7 @@ constexpr DWORD TurnMs = 1500; // far more than one takes
 
 } // namespace
 
-int Times(const wchar_t* variable, int usually)
+int GivenNumber(const wchar_t* variable, int usually)
 {
     std::array<wchar_t, 16> text{};
     const DWORD length = ::GetEnvironmentVariableW(variable, text.data(), static_cast<DWORD>(text.size()));

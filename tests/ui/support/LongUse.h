@@ -10,8 +10,8 @@
 
 namespace sitekeeper {
 
-/// How often something is done: what the environment variable says, or `usually`.
-[[nodiscard]] int Times(const wchar_t* variable, int usually);
+/// The number, above 0, that the environment variable gives, or `usually`.
+[[nodiscard]] int GivenNumber(const wchar_t* variable, int usually);
 
 /// How long a script of so many turns may take.
 [[nodiscard]] DWORD PatienceFor(int turns);

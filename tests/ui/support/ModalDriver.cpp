@@ -1,7 +1,5 @@
 #include "support/ModalDriver.h"
 
-#include "frame/WinApp.h"
-
 #include <windows.h>
 
 #include <commctrl.h>
@@ -24,12 +22,6 @@ BOOL CALLBACK CloseDialog(HWND window, LPARAM /*unused*/)
         ::PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
     }
     return TRUE;
-}
-
-/// Sleeps until a message comes, at most for a poll's time.
-void AwaitMessage()
-{
-    ::MsgWaitForMultipleObjectsEx(0, nullptr, PollMs, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
 }
 
 } // namespace
@@ -87,27 +79,6 @@ void ModalDriver::Tick()
     }
     if (!isDone) {
         m_next = step;
-    }
-}
-
-bool PumpUntil(const std::function<bool()>& condition, DWORD patienceMs)
-{
-    const ULONGLONG deadline = ::GetTickCount64() + patienceMs;
-    while (!condition()) {
-        if (::GetTickCount64() > deadline) {
-            return false;
-        }
-        AwaitMessage();
-        PumpPending();
-    }
-    return true;
-}
-
-void PumpPending()
-{
-    MSG message{};
-    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
-        CWinApp::Dispatch(message, nullptr);
     }
 }
 

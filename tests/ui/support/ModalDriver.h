@@ -51,11 +51,4 @@ private:
     bool m_isForgiven = false;
 };
 
-/// Handles messages of this thread until `condition` holds. False when it does not within `patienceMs`. For what
-/// happens outside a modal loop.
-bool PumpUntil(const std::function<bool()>& condition, DWORD patienceMs = ModalDriver::PatienceMs);
-
-/// Handles the messages that are there already.
-void PumpPending();
-
 } // namespace sitekeeper

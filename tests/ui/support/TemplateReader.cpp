@@ -102,6 +102,12 @@ TemplateItem ReadItem(Reader& reader)
     return item;
 }
 
+BOOL CALLBACK CollectNumber(HMODULE /*module*/, const wchar_t* /*type*/, wchar_t* name, LONG_PTR list)
+{
+    reinterpret_cast<std::vector<UINT>*>(list)->push_back(LOWORD(reinterpret_cast<UINT_PTR>(name)));
+    return TRUE;
+}
+
 } // namespace
 
 std::ostream& operator<<(std::ostream& out, const TemplateItem& item)
@@ -109,6 +115,13 @@ std::ostream& operator<<(std::ostream& out, const TemplateItem& item)
     return out << static_cast<std::int32_t>(item.id) << ' ' << testing::PrintToString(item.windowClass) << ' '
                << testing::PrintToString(item.text) << " at " << item.place << ", style " << std::hex << item.style
                << '/' << item.extendedStyle << std::dec;
+}
+
+std::vector<UINT> DialogNumbers(HMODULE module)
+{
+    std::vector<UINT> numbers;
+    ::EnumResourceNamesW(module, RT_DIALOG, &CollectNumber, reinterpret_cast<LONG_PTR>(&numbers));
+    return numbers;
 }
 
 DialogTemplate ReadTemplate(std::span<const std::byte> bytes)

@@ -44,6 +44,9 @@ struct DialogTemplate
     std::vector<TemplateItem> items;
 };
 
+/// The numbers of all dialog templates that a module has, those of the tests among them.
+[[nodiscard]] std::vector<UINT> DialogNumbers(HMODULE module);
+
 /// Raises std::runtime_error for bytes that are no such template, or are more or fewer than it needs.
 [[nodiscard]] DialogTemplate ReadTemplate(std::span<const std::byte> bytes);
 

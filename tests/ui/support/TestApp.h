@@ -27,15 +27,11 @@ public:
         }
     }
 
-    void OnHelp() override { ++m_helpCommands; }
-
     /// What each reported error says, in the order they came.
     [[nodiscard]] const std::vector<std::string>& Errors() const { return m_errors; }
-    [[nodiscard]] int HelpCommands() const { return m_helpCommands; }
 
 private:
     std::vector<std::string> m_errors;
-    int m_helpCommands = 0;
 };
 
 } // namespace sitekeeper

@@ -26,7 +26,7 @@ public:
     void OnTestStart(const testing::TestInfo& test) override
     {
         m_watchdog.Guard(std::string(test.test_suite_name()) + "." + test.name(),
-                         std::chrono::seconds(Times(L"SITEKEEPER_TEST_SECONDS", UsualSeconds)));
+                         std::chrono::seconds(GivenNumber(L"SITEKEEPER_TEST_SECONDS", UsualSeconds)));
     }
     void OnTestEnd(const testing::TestInfo& /*test*/) override { m_watchdog.Rest(); }
 
