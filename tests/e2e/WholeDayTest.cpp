@@ -1,5 +1,6 @@
 // Whole days of an administrator: several starts, several commands, and everything that changed in between.
 #include "e2e/Journey.h"
+#include "e2e/support/Days.h"
 #include "e2e/support/FileTree.h"
 #include "e2e/support/PatchedProgram.h"
 #include "e2e/support/ShortcutsWindow.h"
@@ -70,10 +71,7 @@ TEST_F(WholeDay, AFreshMachineIsSetUpAndComesUpTheSameTheNextMorning)
     });
     ExpectFolders(expected, L"C:\\Suite\\", L"C:\\Suite\\", L"C:\\Suite\\Datafiles\\");
     ExpectTwoShortcuts(expected, L"C:\\Suite\\");
-    const auto date = ReadValue(Hive::User, ReminderKey, L"CheckWebVersionDate");
-    ASSERT_TRUE(date) << "the first start arms the reminder";
-    expected.Set(Hive::User, ReminderKey, L"CheckWebVersionDate", *date);
-    expected.Set(Hive::User, ReminderKey, L"CheckWebVersionDays", NumberValue(7));
+    ExpectReminder(expected, DateAfter(7), 7); // armed by the first start
     ExpectPosition(expected, rectangle);
     EXPECT_TRUE(IsNow(expected));
 
