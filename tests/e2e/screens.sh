@@ -18,7 +18,7 @@ shots=${1:-$build_dir/screens}
 looks=("${@:2}")
 ((${#looks[@]} > 0)) || looks=(96 120 144 192 large-text high-contrast)
 moments='Start.ShowsTheThree*:Browse.TypedText*:Failure.Without*:Library.IsMissing*:Library.CannotBe*'
-moments+=':Gate.AUserWithout*:*BadDate.*/0:Look.TheProgress*:UserAccess.NamesAre*:UserAccess.AHundred*'
+moments+=':Gate.AUserWithout*:*BadDate.*/0:UserAccess.NamesAre*:UserAccess.AHundred*'
 moments+=':TrustedPaths.*:OemInstaller.*:Shortcuts.*:Uninstall.*:About.*:Print.WithoutAPrinter*:PrintedReport.OnOnePage'
 moments+=':*/Help.Shows*/Button:*/Help.Says*/Button'
 

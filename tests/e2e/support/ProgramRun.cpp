@@ -5,7 +5,6 @@
 #include <array>
 #include <ctime>
 #include <iostream>
-#include <tlhelp32.h>
 
 namespace sitekeeper::e2e {
 namespace {
@@ -169,31 +168,6 @@ std::string ProgramRun::DescribeWindows() const
                 (message != nullptr ? " " + ToUtf8(WindowText(message)) : "") + "\n";
     }
     return text;
-}
-
-ProgramRun::Pause::Pause(const ProgramRun& run)
-{
-    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-    THREADENTRY32 entry{};
-    entry.dwSize = sizeof entry;
-    for (BOOL more = ::Thread32First(snapshot, &entry); more != FALSE; more = ::Thread32Next(snapshot, &entry)) {
-        if (entry.th32OwnerProcessID != run.m_process.dwProcessId) {
-            continue;
-        }
-        if (const HANDLE thread = ::OpenThread(THREAD_SUSPEND_RESUME, FALSE, entry.th32ThreadID)) {
-            ::SuspendThread(thread);
-            m_threads.push_back(thread);
-        }
-    }
-    ::CloseHandle(snapshot);
-}
-
-ProgramRun::Pause::~Pause()
-{
-    for (const HANDLE thread : m_threads) {
-        ::ResumeThread(thread);
-        ::CloseHandle(thread);
-    }
 }
 
 } // namespace sitekeeper::e2e

@@ -46,19 +46,6 @@ public:
 
     [[nodiscard]] bool HasEnded() const;
 
-    /// The process stands still for the life of this object, so that a short moment can be looked at.
-    class Pause
-    {
-    public:
-        explicit Pause(const ProgramRun& run);
-        Pause(const Pause&) = delete;
-        Pause& operator=(const Pause&) = delete;
-        ~Pause();
-
-    private:
-        std::vector<HANDLE> m_threads;
-    };
-
     /// The start, and the whole second in which it was asked for, as the program's clock counts.
     [[nodiscard]] long long StartSecond() const noexcept { return m_startSecond; }
     [[nodiscard]] static long long CurrentSecond() noexcept;
