@@ -15,10 +15,7 @@ namespace {
 /// Where the keys go that are pressed now.
 HWND FocusOf(HWND window)
 {
-    GUITHREADINFO state{};
-    state.cbSize = sizeof state;
-    ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &state);
-    return state.hwndFocus;
+    return ThreadState(window).hwndFocus;
 }
 
 class Keyboard : public Journey
@@ -30,6 +27,13 @@ protected:
     {
         run.Await("the focus on control " + std::to_string(::GetDlgCtrlID(control)),
                   [=] { return FocusOf(window) == control; });
+    }
+
+    /// The main dialog takes keys, and they go to its OK, as after every start.
+    static void Begin(const ProgramRun& run, const MainWindow& main)
+    {
+        run.BringToFront(main.Handle());
+        AwaitFocus(run, main.Handle(), main.Item(Control::Ok));
     }
 
     /// One turn of the Tab key through a dialog whose focus is on the last of these controls. Each is another picture
@@ -63,14 +67,8 @@ protected:
     /// Opens a menu with Alt and its letter, and presses these keys in it.
     static void ChooseWithKeys(const ProgramRun& run, const MainWindow& main, WORD menu, const std::vector<WORD>& keys)
     {
-        const auto isInMenu = [&] {
-            GUITHREADINFO state{};
-            state.cbSize = sizeof state;
-            ::GetGUIThreadInfo(::GetWindowThreadProcessId(main.Handle(), nullptr), &state);
-            return (state.flags & GUI_INMENUMODE) != 0;
-        };
         PressWith(VK_MENU, menu);
-        run.Await("the menu to open", isInMenu);
+        run.Await("the menu to open", [&] { return (ThreadState(main.Handle()).flags & GUI_INMENUMODE) != 0; });
         for (const WORD key : keys) {
             PressKey(key);
         }
@@ -104,8 +102,7 @@ TEST_F(Keyboard, TabVisitsEveryControlInTheTemplatesOrderAndShowsItsFocus)
 {
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
-    ::SetForegroundWindow(main.Handle());
-    AwaitFocus(run, main.Handle(), main.Item(Control::Ok));
+    Begin(run, main);
     TabThrough(run, main.Handle(), mainOrder);
 
     std::vector<int> back(mainOrder.rbegin() + 1, mainOrder.rend());
@@ -122,8 +119,7 @@ TEST_F(Keyboard, TakesAnAdministratorFromTheStartToTheEnd)
     State expected = State::Take();
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
-    ::SetForegroundWindow(main.Handle());
-    AwaitFocus(run, main.Handle(), main.Item(Control::Ok));
+    Begin(run, main);
     ExpectPosition(expected, main.Rectangle());
 
     // The picker, opened with the space bar, and left.
@@ -172,7 +168,7 @@ TEST_F(Keyboard, EnterAppliesWhereverTheFocusIsInAField)
     State expected = State::Take();
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
-    ::SetForegroundWindow(main.Handle());
+    Begin(run, main);
     ExpectPosition(expected, main.Rectangle());
     GoTo(run, main, Control::DatafilesPath);
     TypeText(L"E:\\Data\\");
@@ -187,7 +183,7 @@ TEST_F(Keyboard, EscapeLeavesEverythingAsItWas)
     State expected = State::Take();
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
-    ::SetForegroundWindow(main.Handle());
+    Begin(run, main);
     ExpectPosition(expected, main.Rectangle());
     GoTo(run, main, Control::ApplicationPath);
     TypeText(L"X:\\");
@@ -205,7 +201,6 @@ TEST_F(Keyboard, AUserIsAddedAndGivenATool)
     main.Choose(Command::UserAccess); // no key and no menu leads there
     {
         const UserAccessWindow dialog(run);
-        ::SetForegroundWindow(dialog.Handle());
         AwaitFocus(run, dialog.Handle(), dialog.Item(Users));
         TabThrough(run, dialog.Handle(), {1019, 1007, 1013, 1020, 1022, 1023, 1024, 1, 2, 1009, 1018, 1019});
         TypeText(L"Zoë");
@@ -231,7 +226,7 @@ TEST_F(Keyboard, AUserIsAddedAndGivenATool)
     EXPECT_EQ(ReadWholeFile(L"C:\\Suite\\Datafiles\\UserDatafile.ini"),
               "[Ledger Composer]\r\nZo\xEB = Zo\xEB\r\nalice = alice\r\n\r\n[User List]\r\nZo\xEB = Zo\xEB\r\n"
               "alice = alice\r\n");
-    ::SetForegroundWindow(main.Handle());
+    run.BringToFront(main.Handle());
     Close(run, main.Handle(), VK_ESCAPE);
     EXPECT_EQ(run.WaitForEnd(), 0U);
 }

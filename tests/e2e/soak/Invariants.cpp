@@ -76,16 +76,14 @@ std::string BrokenWindows(const Scene& scene)
     if ((::IsWindowEnabled(main) != FALSE) != (top == main)) {
         broken += top == main ? "the main dialog is disabled\n" : "the main dialog is enabled below another\n";
     }
-    GUITHREADINFO information{};
-    information.cbSize = sizeof information;
-    ::GetGUIThreadInfo(::GetWindowThreadProcessId(main, nullptr), &information);
-    if (information.hwndActive != top) {
-        broken += "active is " + Describe(information.hwndActive) + " instead of " + Describe(top) + "\n";
-    } else if (information.hwndFocus != top && ::IsChild(top, information.hwndFocus) == FALSE) {
-        broken += "the focus is in " + Describe(information.hwndFocus) + "\n";
+    const GUITHREADINFO state = ThreadState(main);
+    if (state.hwndActive != top) {
+        broken += "active is " + Describe(state.hwndActive) + " instead of " + Describe(top) + "\n";
+    } else if (state.hwndFocus != top && ::IsChild(top, state.hwndFocus) == FALSE) {
+        broken += "the focus is in " + Describe(state.hwndFocus) + "\n";
     }
-    if (information.hwndCapture != nullptr) {
-        broken += "the mouse is held by " + Describe(information.hwndCapture) + "\n";
+    if (state.hwndCapture != nullptr) {
+        broken += "the mouse is held by " + Describe(state.hwndCapture) + "\n";
     }
     return broken;
 }

@@ -12,7 +12,7 @@ namespace {
 
 using Field = std::wstring FolderTexts::*;
 
-constexpr DWORD FocusMilliseconds = 400;
+constexpr ULONGLONG FocusMilliseconds = 400;
 constexpr const wchar_t* HelpMissing = L"Couldn't find help file: \n";
 
 void Start(Scene& scene)
@@ -30,7 +30,7 @@ void Start(Scene& scene)
         return;
     }
     scene.main.emplace(*scene.run);
-    ::SetForegroundWindow(scene.main->Handle());
+    scene.main->BringToFront();
     scene.model.Start();
 }
 
@@ -164,8 +164,8 @@ void InstallOem(Scene& scene)
         ConfirmBox(scene, L"Error creating process:\n");
         // The dialog was hidden meanwhile. On a screen without a window manager Wine then loses the focus now and then,
         // a moment after the dialog came back; an administrator would click it.
-        WaitAnswering(nullptr, FocusMilliseconds);
-        ::SetForegroundWindow(scene.main->Handle());
+        scene.main->AwaitBack();
+        scene.run->BringToFront(scene.main->Handle(), FocusMilliseconds);
     }
 }
 

@@ -83,6 +83,14 @@ void MainWindow::PressCloseBox() const
     ::PostMessageW(m_window, WM_SYSCOMMAND, SC_CLOSE, 0);
 }
 
+void MainWindow::AwaitBack() const
+{
+    m_run.Await("the dialog to come back", [&] {
+        return ::IsWindowVisible(m_window) != FALSE && ::IsIconic(m_window) == FALSE &&
+               ::IsWindowEnabled(m_window) != FALSE;
+    });
+}
+
 RECT MainWindow::Rectangle() const
 {
     RECT rectangle{};

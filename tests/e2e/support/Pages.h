@@ -6,7 +6,6 @@
 
 #include <windows.h>
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -74,6 +73,12 @@ public:
     void Choose(Command command) const;
     void Press(Control focus, WPARAM virtualKey) const;
     void PressCloseBox() const;
+
+    /// Waits until keys go to it, and have gone there for a moment.
+    void BringToFront() const { m_run.BringToFront(m_window); }
+
+    /// Waits until it is to be seen again and can be worked, after it was hidden or below another window.
+    void AwaitBack() const;
 
     [[nodiscard]] RECT Rectangle() const;
     void MoveTo(int left, int top) const;

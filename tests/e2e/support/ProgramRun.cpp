@@ -64,6 +64,14 @@ std::wstring WindowClass(HWND window)
     return name.data();
 }
 
+GUITHREADINFO ThreadState(HWND window)
+{
+    GUITHREADINFO state{};
+    state.cbSize = sizeof state;
+    ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &state);
+    return state;
+}
+
 long long ProgramRun::CurrentSecond() noexcept
 {
     return ::_time64(nullptr);
@@ -128,6 +136,28 @@ HWND ProgramRun::AwaitWindow(const std::string& what, const WindowCondition& con
         return false;
     });
     return found;
+}
+
+void ProgramRun::BringToFront(HWND window, ULONGLONG milliseconds) const
+{
+    ULONGLONG since = 0; // when it was first found in front; 0 when it is not
+    Await("the window to be in front", [&] {
+        const GUITHREADINFO state = ThreadState(window);
+        const bool hasFocus = state.hwndFocus == window || ::IsChild(window, state.hwndFocus) != FALSE;
+        if (::GetForegroundWindow() != window || state.hwndActive != window || !hasFocus) {
+            since = 0;
+            ::SetForegroundWindow(window);
+            return false;
+        }
+        since = since == 0 ? ::GetTickCount64() : since;
+        return ::GetTickCount64() - since >= milliseconds;
+    });
+}
+
+void ProgramRun::AwaitOnTop(HWND window, POINT point) const
+{
+    Await("the window to be on top where the mouse is",
+          [=] { return ::GetAncestor(::WindowFromPoint(point), GA_ROOT) == window; });
 }
 
 std::vector<HWND> ProgramRun::Windows() const
