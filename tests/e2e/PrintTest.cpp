@@ -152,10 +152,10 @@ TEST_F(Print, CancellingTheDialogPrintsNothing)
         PrintDialog(run).Press(IDCANCEL);
         ExpectBack(run, main);
     }
-    EXPECT_FALSE(Exists(file));
     ExpectPosition(expected, main.Rectangle());
     main.Click(Control::Cancel);
     ExpectEnd(run, expected);
+    EXPECT_FALSE(Exists(file));
 }
 
 TEST_F(Print, WithoutAPrinterOnlyTheSystemSaysSo)
