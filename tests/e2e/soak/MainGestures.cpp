@@ -57,7 +57,7 @@ void TypeDatafiles(Scene& scene)
 /// Chooses a folder in the picker that stands, or cancels; what was chosen.
 std::wstring Pick(Scene& scene)
 {
-    const FolderPicker picker(*scene.run, L"");
+    const FolderPicker picker(*scene.run);
     if (scene.dice.OneIn(4)) {
         scene.Tell(L"cancelled");
         picker.Cancel();

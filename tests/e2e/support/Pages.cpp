@@ -23,6 +23,13 @@ bool IsDialogWith(HWND window, int control)
     return WindowClass(window) == DialogClass && ::GetDlgItem(window, control) != nullptr;
 }
 
+/// What the folder picker calls a folder: by its own name, a drive by its letter behind the name of the disk.
+std::wstring TreeName(const std::wstring& folder)
+{
+    return folder.ends_with(L":\\") ? L"(" + folder.substr(0, folder.size() - 1) + L")"
+                                    : folder.substr(folder.rfind(L'\\') + 1);
+}
+
 bool IsStaticWithIcon(HWND window)
 {
     return WindowClass(window) == L"Static" && (::GetWindowLongW(window, GWL_STYLE) & SS_TYPEMASK) == SS_ICON;
@@ -182,7 +189,7 @@ FolderPicker::FolderPicker(const ProgramRun& run, const std::wstring& startName)
     : m_run(run),
       m_window(run.AwaitWindow("the folder picker", [](HWND window) { return IsDialogWith(window, PickerTree); }))
 {
-    run.Await("the picker to start at " + ToUtf8(startName), [&] { return SelectedName().ends_with(startName); });
+    AwaitSelected(startName);
 }
 
 std::wstring FolderPicker::Title() const
@@ -213,12 +220,21 @@ std::wstring FolderPicker::SelectedName() const
     return name.data();
 }
 
+void FolderPicker::AwaitSelected(const std::wstring& name) const
+{
+    m_run.Await("the picker to select " + (name.empty() ? "a folder" : ToUtf8(name)), [&] {
+        const std::wstring selected = SelectedName();
+        return !selected.empty() && selected.ends_with(name);
+    });
+}
+
 void FolderPicker::Choose(const std::wstring& folder) const
 {
     const std::size_t size = (folder.size() + 1) * sizeof(wchar_t);
     const RemoteMemory path(m_run.Process(), size);
     path.Write(folder.c_str(), size);
     Ask(m_window, BFFM_SETSELECTIONW, TRUE, reinterpret_cast<LPARAM>(path.Address()));
+    AwaitSelected(TreeName(folder));
     ::PostMessageW(m_window, WM_COMMAND, IDOK, 0);
     AwaitClosed();
 }

@@ -125,20 +125,21 @@ private:
 class FolderPicker
 {
 public:
-    /// Waits until it stands with a folder of that name selected (a drive may have more before its name). (It can be
-    /// seen a moment before the program has told it where to start.)
-    FolderPicker(const ProgramRun& run, const std::wstring& startName);
+    /// Waits until it stands with a folder of that name selected, or with any when no name is given (a drive may have more
+    /// before its name). (It can be seen a moment before the program has told it where to start.)
+    explicit FolderPicker(const ProgramRun& run, const std::wstring& startName = {});
 
     [[nodiscard]] HWND Handle() const noexcept { return m_window; }
     [[nodiscard]] std::wstring Title() const;
 
-    /// Selects a folder and confirms; waits until the picker is gone.
+    /// Selects a folder and confirms once it is selected; waits until the picker is gone.
     void Choose(const std::wstring& folder) const;
     void Cancel() const;
 
 private:
     /// The name that the tree shows for the selected folder; empty when none is.
     [[nodiscard]] std::wstring SelectedName() const;
+    void AwaitSelected(const std::wstring& name) const;
     void AwaitClosed() const;
 
     const ProgramRun& m_run;
