@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <psapi.h>
+#include <stdexcept>
 
 namespace sitekeeper::e2e {
 namespace {
@@ -108,7 +109,7 @@ std::string BrokenContents(const Scene& scene)
     return broken;
 }
 
-std::string Look(const Scene& scene)
+std::string LookOnce(const Scene& scene)
 {
     std::string broken;
     if (scene.model.Where() != Place::Nowhere) {
@@ -119,6 +120,16 @@ std::string Look(const Scene& scene)
         broken += broken.empty() ? BrokenContents(scene) : "";
     }
     return broken.empty() ? scene.model.Expected(scene.before).ChangesTo(State::Take()) : broken;
+}
+
+/// A window that is just closing and a file that is just being written do not answer: all of it is looked at again.
+std::string Look(const Scene& scene)
+{
+    try {
+        return LookOnce(scene);
+    } catch (const std::runtime_error& error) {
+        return std::string(error.what()) + "\n";
+    }
 }
 
 } // namespace
