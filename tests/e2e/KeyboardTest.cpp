@@ -82,16 +82,6 @@ protected:
         run.Await("the window to close", [=] { return ::IsWindow(window) == FALSE; });
     }
 
-    /// By its controls: a menu that is just closing would not answer what its text is.
-    static HWND AwaitAbout(const ProgramRun& run)
-    {
-        return run.AwaitWindow("the About box", [](HWND window) {
-            constexpr int AboutText = 1008; // in the main dialog a button
-            constexpr auto ProgramPath = static_cast<int>(Control::ProgramPath);
-            return ::GetDlgItem(window, AboutText) != nullptr && ::GetDlgItem(window, ProgramPath) == nullptr;
-        });
-    }
-
     /// What a turn of Tab visits, from the default button's next on.
     const std::vector<int> mainOrder{2, 1000, 1008, 1001, 1002, 1010, 1003, 1004, 1011, 1009, 1};
 };
@@ -145,9 +135,9 @@ TEST_F(Keyboard, TakesAnAdministratorFromTheStartToTheEnd)
 
     // Two items without a letter, with the arrows: the second of the menu, and the last of the window's own.
     ChooseWithKeys(run, main, 'H', {VK_DOWN, VK_RETURN});
-    Close(run, AwaitAbout(run), VK_ESCAPE);
+    Close(run, AboutWindow(run).Handle(), VK_ESCAPE);
     ChooseWithKeys(run, main, VK_SPACE, {VK_UP, VK_RETURN});
-    Close(run, AwaitAbout(run), VK_RETURN);
+    Close(run, AboutWindow(run).Handle(), VK_RETURN);
 
     PressKey(VK_F1);
     Close(run, MessageWindow(run).Handle(), VK_RETURN); // the help file is not installed
@@ -195,7 +185,7 @@ TEST_F(Keyboard, EscapeLeavesEverythingAsItWas)
 TEST_F(Keyboard, AUserIsAddedAndGivenATool)
 {
     using enum AccessControl;
-    WriteWholeFile(L"C:\\Suite\\Datafiles\\UserDatafile.ini", "[User List]\r\nalice = alice\r\n");
+    WriteWholeFile(ListFile, "[User List]\r\nalice = alice\r\n");
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Choose(Command::UserAccess); // no key and no menu leads there
@@ -223,7 +213,7 @@ TEST_F(Keyboard, AUserIsAddedAndGivenATool)
         dialog.AwaitNames(LedgerComposer, {L"alice", L"Zoë"});
         Close(run, dialog.Handle(), VK_RETURN);
     }
-    EXPECT_EQ(ReadWholeFile(L"C:\\Suite\\Datafiles\\UserDatafile.ini"),
+    EXPECT_EQ(ReadWholeFile(ListFile),
               "[Ledger Composer]\r\nZo\xEB = Zo\xEB\r\nalice = alice\r\n\r\n[User List]\r\nZo\xEB = Zo\xEB\r\n"
               "alice = alice\r\n");
     run.BringToFront(main.Handle());

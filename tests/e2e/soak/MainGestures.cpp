@@ -119,15 +119,15 @@ void OpenFolder(Scene& scene)
 void ShowAbout(Scene& scene)
 {
     scene.main->Choose(scene.dice.OneIn(2) ? Command::About : Command::SystemAbout);
-    const HWND box =
-        scene.run->AwaitWindow("the About box", [](HWND window) { return WindowText(window) == L"About Site Keeper"; });
+    const AboutWindow box(*scene.run);
     if (scene.dice.OneIn(2)) {
         scene.Tell(L"by Escape");
+        scene.run->BringToFront(box.Handle());
         PressKey(VK_ESCAPE);
+        box.AwaitClosed();
     } else {
-        ::PostMessageW(::GetDlgItem(box, IDOK), BM_CLICK, 0, 0);
+        box.Confirm();
     }
-    scene.run->Await("the About box to close", [box] { return ::IsWindow(box) == FALSE; });
 }
 
 void AskForHelp(Scene& scene)

@@ -15,6 +15,7 @@ namespace {
 
 constexpr const wchar_t* DialogClass = L"#32770";
 constexpr int MessageText = 0xFFFF;
+constexpr int AboutText = 1008; // in the main dialog a button
 constexpr int PickerTree = 14145;
 constexpr int PickerTitle = 14146;
 
@@ -183,6 +184,40 @@ void MessageWindow::Press(int button) const
     const HWND window = m_window;
     ::PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(button), 0);
     m_run.Await("the message box to close", [window] { return ::IsWindow(window) == FALSE; });
+}
+
+// By its controls: a menu or a tip that is just closing would not answer what its text is.
+AboutWindow::AboutWindow(const ProgramRun& run)
+    : m_run(run), m_window(run.AwaitWindow("the About box", [](HWND window) {
+          return IsDialogWith(window, AboutText) && !IsDialogWith(window, static_cast<int>(Control::ProgramPath));
+      }))
+{}
+
+HWND AboutWindow::Owner() const
+{
+    return ::GetWindow(m_window, GW_OWNER);
+}
+
+std::wstring AboutWindow::Caption() const
+{
+    return WindowText(m_window);
+}
+
+std::wstring AboutWindow::Text() const
+{
+    return WindowText(::GetDlgItem(m_window, AboutText));
+}
+
+void AboutWindow::Confirm() const
+{
+    ::PostMessageW(m_window, WM_COMMAND, IDOK, 0);
+    AwaitClosed();
+}
+
+void AboutWindow::AwaitClosed() const
+{
+    const HWND window = m_window;
+    m_run.Await("the About box to close", [window] { return ::IsWindow(window) == FALSE; });
 }
 
 FolderPicker::FolderPicker(const ProgramRun& run, const std::wstring& startName)

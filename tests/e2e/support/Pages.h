@@ -121,12 +121,33 @@ private:
     HWND m_window;
 };
 
+/// The About box.
+class AboutWindow
+{
+public:
+    /// Waits until it stands.
+    explicit AboutWindow(const ProgramRun& run);
+
+    [[nodiscard]] HWND Handle() const noexcept { return m_window; }
+    [[nodiscard]] HWND Owner() const;
+    [[nodiscard]] std::wstring Caption() const;
+    [[nodiscard]] std::wstring Text() const;
+
+    /// Presses OK and waits until it is gone.
+    void Confirm() const;
+    void AwaitClosed() const;
+
+private:
+    const ProgramRun& m_run;
+    HWND m_window;
+};
+
 /// The shell's folder picker.
 class FolderPicker
 {
 public:
-    /// Waits until it stands with a folder of that name selected, or with any when no name is given (a drive may have more
-    /// before its name). (It can be seen a moment before the program has told it where to start.)
+    /// Waits until it stands with a folder of that name selected, or with any when no name is given (a drive may have
+    /// more before its name). (It can be seen a moment before the program has told it where to start.)
     explicit FolderPicker(const ProgramRun& run, const std::wstring& startName = {});
 
     [[nodiscard]] HWND Handle() const noexcept { return m_window; }

@@ -38,8 +38,8 @@ public:
     using WindowCondition = std::function<bool(HWND)>;
     [[nodiscard]] HWND AwaitWindow(const std::string& what, const WindowCondition& condition) const;
 
-    /// Waits until the keys go to a window of this process, and have gone there for so long without a break. (On a screen
-    /// without a window manager Wine may lose the focus again, a moment after it was given.)
+    /// Waits until the keys go to a window of this process, and have gone there for so long without a break. (On a
+    /// screen without a window manager Wine may lose the focus again, a moment after it was given.)
     void BringToFront(HWND window, ULONGLONG milliseconds = 50) const;
 
     /// Waits until a press of the mouse at this point of the screen goes to that window or to something in it.
