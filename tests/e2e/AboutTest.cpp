@@ -4,8 +4,6 @@
 namespace sitekeeper::e2e {
 namespace {
 
-constexpr int AboutText = 1008;
-
 class About : public Journey
 {
 protected:
@@ -13,14 +11,12 @@ protected:
     static std::wstring Shown(const ProgramRun& run, const MainWindow& main, Command command, const wchar_t* moment)
     {
         main.Choose(command);
-        const HWND box = run.AwaitWindow("the About box", [](HWND window) {
-            return WindowText(window) == L"About Site Keeper" && ::GetDlgItem(window, AboutText) != nullptr;
-        });
-        EXPECT_EQ(::GetWindow(box, GW_OWNER), main.Handle());
-        std::wstring text = WindowText(::GetDlgItem(box, AboutText));
-        SaveMoment(box, moment);
-        ::PostMessageW(box, WM_COMMAND, IDOK, 0);
-        run.Await("the About box to close", [box] { return ::IsWindow(box) == FALSE; });
+        const AboutWindow box(run);
+        EXPECT_EQ(box.Caption(), L"About Site Keeper");
+        EXPECT_EQ(box.Owner(), main.Handle());
+        std::wstring text = box.Text();
+        SaveMoment(box.Handle(), moment);
+        box.Confirm();
         return text;
     }
 };

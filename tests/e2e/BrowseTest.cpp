@@ -3,8 +3,6 @@
 #include "e2e/support/EchoProgram.h"
 #include "e2e/support/FileTree.h"
 
-#include <optional>
-
 namespace sitekeeper::e2e {
 namespace {
 
@@ -13,24 +11,13 @@ class Browse : public Journey
 protected:
     void SetUp() override { SettleAccessTimes(); }
 
-    /// Lets the shell explore folders with a program that writes its command line down.
-    void StandInForExplorer()
-    {
-        m_echo.emplace();
-        Suite().Borrow(Hive::Machine, L"Software\\Classes\\Folder\\shell\\explore\\command", L"",
-                       TextValue(L"\"" + m_echo->Path() + L"\" explore \"%1\""));
-    }
-
     /// What the stand-in was given, once it has run.
-    std::wstring AwaitExplored(const ProgramRun& run)
+    static std::wstring AwaitExplored(const EchoProgram& explorer, const ProgramRun& run)
     {
-        const std::wstring line = m_echo->AwaitCommandLine(run);
+        const std::wstring line = explorer.AwaitCommandLine(run);
         const std::size_t verb = line.find(L"explore ");
         return verb == std::wstring::npos ? line : line.substr(verb);
     }
-
-private:
-    std::optional<EchoProgram> m_echo;
 };
 
 } // namespace
@@ -162,25 +149,25 @@ TEST_F(Browse, CancellingSelectProgramPathEmptiesItWithoutWriting)
 
 TEST_F(Browse, TheOpenButtonsExploreWhatTheFieldsSay)
 {
-    StandInForExplorer();
+    const EchoProgram explorer = StandInForExplorer(Suite());
     const State before = State::Take();
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Type(Control::ApplicationPath, L"C:\\NewServer\\Suite");
     main.Type(Control::DatafilesPath, L"C:\\NewServer\\");
     main.Click(Control::OpenProgram);
-    EXPECT_EQ(AwaitExplored(run), L"explore \"C:\\Suite\\\"");
+    EXPECT_EQ(AwaitExplored(explorer, run), L"explore \"C:\\Suite\\\"");
     main.Click(Control::OpenApplication);
-    EXPECT_EQ(AwaitExplored(run), L"explore \"C:\\NewServer\\Suite\"");
+    EXPECT_EQ(AwaitExplored(explorer, run), L"explore \"C:\\NewServer\\Suite\"");
     main.Click(Control::OpenDatafiles);
-    EXPECT_EQ(AwaitExplored(run), L"explore \"C:\\NewServer\\\"");
+    EXPECT_EQ(AwaitExplored(explorer, run), L"explore \"C:\\NewServer\\\"");
     EXPECT_TRUE(IsNow(before));
     EXPECT_EQ(run.Windows().size(), 1U);
 }
 
 TEST_F(Browse, OpeningAMissingOrEmptyFolderSaysNothing)
 {
-    StandInForExplorer();
+    const EchoProgram explorer = StandInForExplorer(Suite());
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Type(Control::ApplicationPath, L"C:\\No such folder\\");
@@ -188,9 +175,9 @@ TEST_F(Browse, OpeningAMissingOrEmptyFolderSaysNothing)
     main.Click(Control::OpenApplication);
     main.Click(Control::OpenDatafiles);
     main.Click(Control::OpenProgram); // queued behind the two, so its explorer tells that they are through
-    std::wstring explored = AwaitExplored(run);
+    std::wstring explored = AwaitExplored(explorer, run);
     while (explored != L"explore \"C:\\Suite\\\"") {
-        explored = AwaitExplored(run); // what the shell makes of an empty folder is its business
+        explored = AwaitExplored(explorer, run); // what the shell makes of an empty folder is its business
     }
     EXPECT_EQ(run.Windows().size(), 1U) << "no message";
     EXPECT_EQ(main.Text(Control::ApplicationPath), L"C:\\No such folder\\");

@@ -12,11 +12,6 @@
 namespace sitekeeper::e2e {
 namespace {
 
-constexpr const wchar_t* UninstallKey =
-    L"Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\{6C1F2A3B-4D5E-4F60-8A71-92B3C4D5E6F7}";
-constexpr const wchar_t* InstallationKey = L"Software\\ORIVEL\\LX Plus\\2023\\Installation";
-constexpr int AboutText = 1008;
-
 /// What somebody else put into each value that the program reads.
 struct Kind
 {
@@ -82,11 +77,9 @@ protected:
     static void OpenAbout(const ProgramRun& run, const MainWindow& main)
     {
         main.Choose(Command::About);
-        const HWND box =
-            run.AwaitWindow("the About box", [](HWND window) { return WindowText(window) == L"About Site Keeper"; });
-        EXPECT_TRUE(WindowText(::GetDlgItem(box, AboutText)).starts_with(L"Site Keeper Version "));
-        ::PostMessageW(box, WM_COMMAND, IDOK, 0);
-        run.Await("the About box to close", [box] { return ::IsWindow(box) == FALSE; });
+        const AboutWindow box(run);
+        EXPECT_TRUE(box.Text().starts_with(L"Site Keeper Version "));
+        box.Confirm();
     }
 
     static void ConfirmMessage(const ProgramRun& run)

@@ -44,8 +44,7 @@ protected:
             EXPECT_EQ(message.Owner(), main.Handle());
             EXPECT_TRUE(message.HasOnlyOk());
             ExpectErrorIcon(run, message);
-            ASSERT_EQ(ProgressWindows(run).size(), 1U);
-            EXPECT_EQ(::GetWindow(ProgressWindows(run).front(), GW_OWNER), main.Handle()) << "and thereby above it";
+            ExpectProgressOver(run, main);
             SaveMoment(main.Handle(), moment);
             message.Confirm();
         }
@@ -57,6 +56,19 @@ protected:
     }
 
 private:
+    /// The progress window stands as long as the message does.
+    static void ExpectProgressOver(const ProgramRun& run, const MainWindow& main)
+    {
+        const std::vector<HWND> windows = ProgressWindows(run);
+        ASSERT_EQ(windows.size(), 1U);
+        EXPECT_EQ(::GetWindow(windows.front(), GW_OWNER), main.Handle()) << "and thereby above it";
+        RECT progress{};
+        ::GetWindowRect(windows.front(), &progress);
+        const RECT dialog = main.Rectangle();
+        EXPECT_NEAR(progress.left + progress.right, dialog.left + dialog.right, 2) << "centred over the dialog";
+        EXPECT_NEAR(progress.top + progress.bottom, dialog.top + dialog.bottom, 2);
+    }
+
     static void ExpectStaysOpenForASecondTry(const ProgramRun& run, const MainWindow& main, State& expected)
     {
         EXPECT_NE(::IsWindowVisible(main.Handle()), FALSE);

@@ -7,16 +7,7 @@ namespace sitekeeper::e2e {
 namespace {
 
 class Gate : public Journey
-{
-protected:
-    /// The program as the user of that name would start it.
-    static std::wstring ProgramOf(const std::wstring& userName)
-    {
-        ::SetEnvironmentVariableW(L"SITEKEEPER_E2E_USER", userName.c_str());
-        return ProgramWithFakeUser();
-    }
-    void TearDown() override { ::SetEnvironmentVariableW(L"SITEKEEPER_E2E_USER", nullptr); }
-};
+{};
 
 class AdmittedUser : public Gate, public ::testing::WithParamInterface<std::wstring>
 {};
@@ -25,12 +16,10 @@ class AdmittedUser : public Gate, public ::testing::WithParamInterface<std::wstr
 
 TEST_F(Gate, AUserWithoutANameSeesOneMessageAndNothingElse)
 {
-    const std::wstring program = ProgramOf(L"");
+    const NamedUser user(L"");
     const State before = State::Take();
-    const ProgramRun run(program);
-    bool splashWasSeen = false;
-    const HWND first = run.AwaitWindow("the first window", [](HWND) { return true; });
-    splashWasSeen = IsSplash(first);
+    const ProgramRun run(user.Program());
+    const bool splashWasSeen = IsSplash(run.AwaitWindow("the first window", [](HWND) { return true; }));
     const MessageWindow message(run);
     EXPECT_FALSE(splashWasSeen);
     EXPECT_EQ(run.Windows().size(), 1U);
@@ -47,7 +36,8 @@ TEST_F(Gate, AUserWithoutANameSeesOneMessageAndNothingElse)
 
 TEST_P(AdmittedUser, GetsIntoTheMainDialog)
 {
-    const ProgramRun run(ProgramOf(GetParam()));
+    const NamedUser user(GetParam());
+    const ProgramRun run(user.Program());
     const MainWindow main(run);
     main.Click(Control::Cancel);
     EXPECT_EQ(run.WaitForEnd(), 0U);

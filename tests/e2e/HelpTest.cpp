@@ -40,7 +40,7 @@ const Way Ways[] = {
     {"Command", [](const MainWindow& main) { main.Choose(Command::Help); }, 1, L"", false, L"Error"},
     {"F1",
      [](const MainWindow& main) {
-         ::SetForegroundWindow(main.Handle());
+         main.BringToFront();
          PressKey(VK_F1);
      },
      1, L"", false, L"Error"},

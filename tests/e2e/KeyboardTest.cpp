@@ -15,10 +15,7 @@ namespace {
 /// Where the keys go that are pressed now.
 HWND FocusOf(HWND window)
 {
-    GUITHREADINFO state{};
-    state.cbSize = sizeof state;
-    ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &state);
-    return state.hwndFocus;
+    return ThreadState(window).hwndFocus;
 }
 
 class Keyboard : public Journey
@@ -30,6 +27,13 @@ protected:
     {
         run.Await("the focus on control " + std::to_string(::GetDlgCtrlID(control)),
                   [=] { return FocusOf(window) == control; });
+    }
+
+    /// The main dialog takes keys, and they go to its OK, as after every start.
+    static void Begin(const ProgramRun& run, const MainWindow& main)
+    {
+        run.BringToFront(main.Handle());
+        AwaitFocus(run, main.Handle(), main.Item(Control::Ok));
     }
 
     /// One turn of the Tab key through a dialog whose focus is on the last of these controls. Each is another picture
@@ -63,14 +67,8 @@ protected:
     /// Opens a menu with Alt and its letter, and presses these keys in it.
     static void ChooseWithKeys(const ProgramRun& run, const MainWindow& main, WORD menu, const std::vector<WORD>& keys)
     {
-        const auto isInMenu = [&] {
-            GUITHREADINFO state{};
-            state.cbSize = sizeof state;
-            ::GetGUIThreadInfo(::GetWindowThreadProcessId(main.Handle(), nullptr), &state);
-            return (state.flags & GUI_INMENUMODE) != 0;
-        };
         PressWith(VK_MENU, menu);
-        run.Await("the menu to open", isInMenu);
+        run.Await("the menu to open", [&] { return (ThreadState(main.Handle()).flags & GUI_INMENUMODE) != 0; });
         for (const WORD key : keys) {
             PressKey(key);
         }
@@ -84,16 +82,6 @@ protected:
         run.Await("the window to close", [=] { return ::IsWindow(window) == FALSE; });
     }
 
-    /// By its controls: a menu that is just closing would not answer what its text is.
-    static HWND AwaitAbout(const ProgramRun& run)
-    {
-        return run.AwaitWindow("the About box", [](HWND window) {
-            constexpr int AboutText = 1008; // in the main dialog a button
-            constexpr auto ProgramPath = static_cast<int>(Control::ProgramPath);
-            return ::GetDlgItem(window, AboutText) != nullptr && ::GetDlgItem(window, ProgramPath) == nullptr;
-        });
-    }
-
     /// What a turn of Tab visits, from the default button's next on.
     const std::vector<int> mainOrder{2, 1000, 1008, 1001, 1002, 1010, 1003, 1004, 1011, 1009, 1};
 };
@@ -104,8 +92,7 @@ TEST_F(Keyboard, TabVisitsEveryControlInTheTemplatesOrderAndShowsItsFocus)
 {
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
-    ::SetForegroundWindow(main.Handle());
-    AwaitFocus(run, main.Handle(), main.Item(Control::Ok));
+    Begin(run, main);
     TabThrough(run, main.Handle(), mainOrder);
 
     std::vector<int> back(mainOrder.rbegin() + 1, mainOrder.rend());
@@ -122,8 +109,7 @@ TEST_F(Keyboard, TakesAnAdministratorFromTheStartToTheEnd)
     State expected = State::Take();
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
-    ::SetForegroundWindow(main.Handle());
-    AwaitFocus(run, main.Handle(), main.Item(Control::Ok));
+    Begin(run, main);
     ExpectPosition(expected, main.Rectangle());
 
     // The picker, opened with the space bar, and left.
@@ -149,9 +135,9 @@ TEST_F(Keyboard, TakesAnAdministratorFromTheStartToTheEnd)
 
     // Two items without a letter, with the arrows: the second of the menu, and the last of the window's own.
     ChooseWithKeys(run, main, 'H', {VK_DOWN, VK_RETURN});
-    Close(run, AwaitAbout(run), VK_ESCAPE);
+    Close(run, AboutWindow(run).Handle(), VK_ESCAPE);
     ChooseWithKeys(run, main, VK_SPACE, {VK_UP, VK_RETURN});
-    Close(run, AwaitAbout(run), VK_RETURN);
+    Close(run, AboutWindow(run).Handle(), VK_RETURN);
 
     PressKey(VK_F1);
     Close(run, MessageWindow(run).Handle(), VK_RETURN); // the help file is not installed
@@ -172,7 +158,7 @@ TEST_F(Keyboard, EnterAppliesWhereverTheFocusIsInAField)
     State expected = State::Take();
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
-    ::SetForegroundWindow(main.Handle());
+    Begin(run, main);
     ExpectPosition(expected, main.Rectangle());
     GoTo(run, main, Control::DatafilesPath);
     TypeText(L"E:\\Data\\");
@@ -187,7 +173,7 @@ TEST_F(Keyboard, EscapeLeavesEverythingAsItWas)
     State expected = State::Take();
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
-    ::SetForegroundWindow(main.Handle());
+    Begin(run, main);
     ExpectPosition(expected, main.Rectangle());
     GoTo(run, main, Control::ApplicationPath);
     TypeText(L"X:\\");
@@ -199,13 +185,12 @@ TEST_F(Keyboard, EscapeLeavesEverythingAsItWas)
 TEST_F(Keyboard, AUserIsAddedAndGivenATool)
 {
     using enum AccessControl;
-    WriteWholeFile(L"C:\\Suite\\Datafiles\\UserDatafile.ini", "[User List]\r\nalice = alice\r\n");
+    WriteWholeFile(ListFile, "[User List]\r\nalice = alice\r\n");
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Choose(Command::UserAccess); // no key and no menu leads there
     {
         const UserAccessWindow dialog(run);
-        ::SetForegroundWindow(dialog.Handle());
         AwaitFocus(run, dialog.Handle(), dialog.Item(Users));
         TabThrough(run, dialog.Handle(), {1019, 1007, 1013, 1020, 1022, 1023, 1024, 1, 2, 1009, 1018, 1019});
         TypeText(L"Zoë");
@@ -228,10 +213,10 @@ TEST_F(Keyboard, AUserIsAddedAndGivenATool)
         dialog.AwaitNames(LedgerComposer, {L"alice", L"Zoë"});
         Close(run, dialog.Handle(), VK_RETURN);
     }
-    EXPECT_EQ(ReadWholeFile(L"C:\\Suite\\Datafiles\\UserDatafile.ini"),
+    EXPECT_EQ(ReadWholeFile(ListFile),
               "[Ledger Composer]\r\nZo\xEB = Zo\xEB\r\nalice = alice\r\n\r\n[User List]\r\nZo\xEB = Zo\xEB\r\n"
               "alice = alice\r\n");
-    ::SetForegroundWindow(main.Handle());
+    run.BringToFront(main.Handle());
     Close(run, main.Handle(), VK_ESCAPE);
     EXPECT_EQ(run.WaitForEnd(), 0U);
 }

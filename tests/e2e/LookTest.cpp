@@ -1,5 +1,5 @@
-// The menu as it lies in the file, and the short-lived progress window. (A menu that is open cannot be asked from
-// outside under Wine; screens.sh takes its picture.)
+// The menu as it lies in the file. (One that is open cannot be asked from outside under Wine; screens.sh takes its
+// picture.)
 #include "e2e/Journey.h"
 
 #include <windows.h>
@@ -38,14 +38,6 @@ std::vector<MenuItem> ItemsOf(HMENU menu)
     return items;
 }
 
-/// The program's icon has a yellow key, which nothing else in a window has.
-bool ShowsTheKey(const Picture& picture)
-{
-    return picture.Count([](COLORREF pixel) {
-        return GetRValue(pixel) > 220 && GetGValue(pixel) > 140 && GetBValue(pixel) < 110;
-    }) > 0;
-}
-
 } // namespace
 
 TEST_F(Look, TheMenuOfTheShippedFileIsAsPublished)
@@ -69,34 +61,6 @@ TEST_F(Look, TheMenuOfTheShippedFileIsAsPublished)
               (std::vector<MenuItem>{{L"Help...", 32772}, {L"About Site Keeper...", 32773}}));
     ::DestroyMenu(menu);
     ::FreeLibrary(file);
-}
-
-TEST_F(Look, TheProgressWindowStandsAboveTheDialogWhileChangesAreApplied)
-{
-    Installation::AddOldShortcuts(Installation::DesktopFolder());
-    Installation::AddOldShortcuts(Installation::ProgramsFolder());
-    const ProgramRun run(Installation::Program());
-    const MainWindow main(run);
-    RECT progress{};
-    RECT dialog = main.Rectangle();
-    main.Click(Control::Ok);
-    {
-        // A short moment: looked for without pausing, and stopped when found.
-        std::vector<HWND> found;
-        while (found.empty() && !run.HasEnded()) {
-            found = ProgressWindows(run);
-        }
-        ASSERT_EQ(found.size(), 1U);
-        // The icon comes last.
-        while (IsScreenReadable() && !ShowsTheKey(TakePicture(found.front())) && !run.HasEnded()) {
-        }
-        const ProgramRun::Pause pause(run);
-        ::GetWindowRect(found.front(), &progress);
-        SaveMoment(main.Handle(), L"progress-window");
-    }
-    EXPECT_NEAR(progress.left + progress.right, dialog.left + dialog.right, 2) << "centred over the dialog";
-    EXPECT_NEAR(progress.top + progress.bottom, dialog.top + dialog.bottom, 2);
-    EXPECT_EQ(run.WaitForEnd(), 0U);
 }
 
 } // namespace sitekeeper::e2e

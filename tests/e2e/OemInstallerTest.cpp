@@ -26,13 +26,6 @@ protected:
         EXPECT_EQ(picker.Title(), L"Select the location of the ACAD64 folder in the Install Image");
         picker.Choose(Image);
     }
-    static void ExpectBack(const ProgramRun& run, const MainWindow& main)
-    {
-        run.Await("the dialog to come back", [&] {
-            return ::IsWindowVisible(main.Handle()) != FALSE && ::IsIconic(main.Handle()) == FALSE &&
-                   ::IsWindowEnabled(main.Handle()) != FALSE;
-        });
-    }
 
     /// The message that says that it could not be started, over a dialog that is off the screen.
     static void ExpectError(const ProgramRun& run, const MainWindow& main)
@@ -64,7 +57,7 @@ TEST_F(OemInstaller, IsStartedWithTheArgumentsAloneAndNotWaitedFor)
               L"5\n"                                                  // SW_SHOW
               L"32\n"                                                 // normal priority
               L"C:\\Suite\\Applications");
-    ExpectBack(run, main);
+    main.AwaitBack();
     EXPECT_EQ(run.Windows().size(), 1U);
     EXPECT_TRUE(installer.IsRunning());
 
@@ -85,7 +78,7 @@ TEST_F(OemInstaller, IsStartedWithoutAProgramFolderToo)
     RemoveValue(Hive::Machine, SuiteKey, L"LocalAppPath");
     Install(run, main);
     EXPECT_TRUE(installer.AwaitRecord().starts_with(L"/t /qb /c AOEM: INSTALLDIR=\"\\Engine\"\n"));
-    ExpectBack(run, main);
+    main.AwaitBack();
 }
 
 TEST_F(OemInstaller, AFolderWithoutItGivesTheMessage)
@@ -95,7 +88,7 @@ TEST_F(OemInstaller, AFolderWithoutItGivesTheMessage)
     State expected = State::Take();
     Install(run, main);
     ExpectError(run, main);
-    ExpectBack(run, main);
+    main.AwaitBack();
     EXPECT_TRUE(IsNow(expected));
     ExpectPosition(expected, main.Rectangle());
     main.Click(Control::Cancel);
@@ -110,7 +103,7 @@ TEST_F(OemInstaller, AFileThatIsNoProgramGivesTheMessage)
     const MainWindow main(run);
     Install(run, main);
     ExpectError(run, main);
-    ExpectBack(run, main);
+    main.AwaitBack();
 }
 
 TEST_F(OemInstaller, CancellingThePickerSaysNothing)
@@ -122,12 +115,12 @@ TEST_F(OemInstaller, CancellingThePickerSaysNothing)
     State expected = State::Take();
     main.Choose(Command::InstallOem);
     FolderPicker(run, L"(C:)").Cancel();
-    ExpectBack(run, main);
+    main.AwaitBack();
     EXPECT_EQ(run.Windows().size(), 1U);
-    EXPECT_FALSE(installer.HasRun());
     ExpectPosition(expected, main.Rectangle());
     main.Click(Control::Cancel);
     ExpectEnd(run, expected);
+    EXPECT_FALSE(installer.HasRun());
 }
 
 } // namespace sitekeeper::e2e

@@ -11,8 +11,7 @@ class TrustedPaths : public Journey
 protected:
     TrustedPaths()
     {
-        WriteValue(Hive::Machine, L"Software\\ORIVEL\\LX Plus\\2023\\Installation", L"Application Path",
-                   TextValue(L"C:\\Program Files\\Suite"));
+        WriteValue(Hive::Machine, InstallationKey, L"Application Path", TextValue(L"C:\\Program Files\\Suite"));
     }
 
     static std::wstring PathsKey(const std::wstring& release, const std::wstring& product)

@@ -5,10 +5,6 @@
 namespace sitekeeper::e2e {
 namespace {
 
-constexpr const wchar_t* FirstKey =
-    L"Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\{6C1F2A3B-4D5E-4F60-8A71-92B3C4D5E6F7}";
-constexpr const wchar_t* SecondKey = L"Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\"
-                                     L"InstallShield_{6C1F2A3B-4D5E-4F60-8A71-92B3C4D5E6F7}";
 constexpr const wchar_t* SetupProgram = L"C:\\Elsewhere\\Setup\\setup.exe";
 
 class Uninstall : public Journey
@@ -16,8 +12,8 @@ class Uninstall : public Journey
 protected:
     void TearDown() override
     {
-        RemoveKey(Hive::Machine, FirstKey);
-        RemoveKey(Hive::Machine, SecondKey);
+        RemoveKey(Hive::Machine, UninstallKey);
+        RemoveKey(Hive::Machine, SecondUninstallKey);
     }
 
     static void Register(const wchar_t* key, const std::wstring& command)
@@ -32,8 +28,8 @@ TEST_F(Uninstall, StartsWhatIsRegisteredAppliesAndLeaves)
 {
     Installation::AddOldShortcuts(Installation::DesktopFolder());
     const Recorder setup(SetupProgram);
-    Register(FirstKey, std::wstring(SetupProgram) + L" -runfromtemp -l0x0409 -removeonly");
-    Register(SecondKey, L"C:\\Elsewhere\\other.exe -x");
+    Register(UninstallKey, std::wstring(SetupProgram) + L" -runfromtemp -l0x0409 -removeonly");
+    Register(SecondUninstallKey, L"C:\\Elsewhere\\other.exe -x");
     State expected = State::Take();
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
@@ -52,11 +48,11 @@ TEST_F(Uninstall, StartsWhatIsRegisteredAppliesAndLeaves)
     EXPECT_TRUE(IsNow(expected));
 }
 
-TEST_F(Uninstall, TakesTheSecondKeyWhereTheFirstIsEmpty)
+TEST_F(Uninstall, TakesTheSecondUninstallKeyWhereTheFirstIsEmpty)
 {
     const Recorder setup(SetupProgram);
-    Register(FirstKey, L"");
-    Register(SecondKey, std::wstring(SetupProgram) + L" -removeonly -silent");
+    Register(UninstallKey, L"");
+    Register(SecondUninstallKey, std::wstring(SetupProgram) + L" -removeonly -silent");
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);
     main.Choose(Command::Uninstall);
@@ -88,7 +84,7 @@ TEST_F(Uninstall, SaysWhereNothingIsRegisteredAndStays)
 
 TEST_F(Uninstall, LeavesAlsoWhereNothingCanBeStarted)
 {
-    Register(FirstKey, L"MsiExec.exe"); // no blank behind the program: taken apart as "Msi" and "Exec.exe"
+    Register(UninstallKey, L"MsiExec.exe"); // no blank behind the program: taken apart as "Msi" and "Exec.exe"
     State expected = State::Take();
     const ProgramRun run(Installation::Program());
     const MainWindow main(run);

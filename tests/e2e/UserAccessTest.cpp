@@ -11,8 +11,6 @@ namespace {
 
 using enum AccessControl;
 
-constexpr const wchar_t* ListFile = L"C:\\Suite\\Datafiles\\UserDatafile.ini";
-
 const Names EverybodyMay{L"Everyone"};
 
 class UserAccess : public Journey
@@ -180,25 +178,19 @@ namespace {
 class ListedUser : public UserAccess
 {
 protected:
-    static std::wstring ProgramOf(const std::wstring& userName)
-    {
-        ::SetEnvironmentVariableW(L"SITEKEEPER_E2E_USER", userName.c_str());
-        return ProgramWithFakeUser();
-    }
     void SetUp() override
     {
         WriteWholeFile(ListFile, Section("SheetWriter", {"alice"}) + Section("SiteKeeper", {"bob"}));
     }
-    void TearDown() override { ::SetEnvironmentVariableW(L"SITEKEEPER_E2E_USER", nullptr); }
 };
 
 } // namespace
 
 TEST_F(ListedUser, IsRefusedWhenOnlyAnotherToolNamesHim)
 {
-    const std::wstring program = ProgramOf(L"alice");
+    const NamedUser user(L"alice");
     const State before = State::Take();
-    const ProgramRun run(program);
+    const ProgramRun run(user.Program());
     const MessageWindow message(run);
     EXPECT_EQ(message.Caption(), L"LX Plus 2023");
     EXPECT_EQ(message.Text(), L"alice,\nYou do not have permission to run this application.\n\n"
@@ -210,7 +202,8 @@ TEST_F(ListedUser, IsRefusedWhenOnlyAnotherToolNamesHim)
 TEST_F(ListedUser, GetsInInAnyCaseAndSoDoesTheAdministrator)
 {
     for (const wchar_t* const name : {L"BOB", L"administrator"}) {
-        const ProgramRun run(ProgramOf(name));
+        const NamedUser user(name);
+        const ProgramRun run(user.Program());
         const MainWindow main(run);
         main.Click(Control::Cancel);
         EXPECT_EQ(run.WaitForEnd(), 0U);

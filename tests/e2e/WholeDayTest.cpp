@@ -1,5 +1,6 @@
 // Whole days of an administrator: several starts, several commands, and everything that changed in between.
 #include "e2e/Journey.h"
+#include "e2e/support/Days.h"
 #include "e2e/support/FileTree.h"
 #include "e2e/support/PatchedProgram.h"
 #include "e2e/support/ShortcutsWindow.h"
@@ -8,13 +9,9 @@
 namespace sitekeeper::e2e {
 namespace {
 
-constexpr const wchar_t* ListFile = L"C:\\Suite\\Datafiles\\UserDatafile.ini";
-
 class WholeDay : public Journey
 {
 protected:
-    void TearDown() override { ::SetEnvironmentVariableW(L"SITEKEEPER_E2E_USER", nullptr); }
-
     /// Chooses exactly the first and the second shortcut of a catalogue without any.
     static void ChooseTwoShortcuts(const ProgramRun& run, const MainWindow& main)
     {
@@ -70,10 +67,7 @@ TEST_F(WholeDay, AFreshMachineIsSetUpAndComesUpTheSameTheNextMorning)
     });
     ExpectFolders(expected, L"C:\\Suite\\", L"C:\\Suite\\", L"C:\\Suite\\Datafiles\\");
     ExpectTwoShortcuts(expected, L"C:\\Suite\\");
-    const auto date = ReadValue(Hive::User, ReminderKey, L"CheckWebVersionDate");
-    ASSERT_TRUE(date) << "the first start arms the reminder";
-    expected.Set(Hive::User, ReminderKey, L"CheckWebVersionDate", *date);
-    expected.Set(Hive::User, ReminderKey, L"CheckWebVersionDays", NumberValue(7));
+    ExpectReminder(expected, DateAfter(7), 7); // armed by the first start
     ExpectPosition(expected, rectangle);
     EXPECT_TRUE(IsNow(expected));
 
@@ -118,9 +112,8 @@ TEST_F(WholeDay, ANewColleagueGetsOneTool)
     using enum AccessControl;
     WriteWholeFile(ListFile, "[SheetWriter]\r\nalice = alice\r\n\r\n[SiteKeeper]\r\nalice = alice\r\n\r\n"
                              "[User List]\r\nalice = alice\r\n");
-    ::SetEnvironmentVariableW(L"SITEKEEPER_E2E_USER", L"alice");
-    const std::wstring program = ProgramWithFakeUser();
-    Start(program, [](const ProgramRun& run, const MainWindow& main) {
+    const NamedUser user(L"alice");
+    Start(user.Program(), [](const ProgramRun& run, const MainWindow& main) {
         main.Choose(Command::UserAccess);
         const UserAccessWindow dialog(run);
         dialog.Type(L"Zoë");
@@ -139,9 +132,9 @@ TEST_F(WholeDay, ANewColleagueGetsOneTool)
 
     // Her tool is Sheet Writer; Site Keeper does not let her in, and nothing changes by her trying.
     const State before = State::Take();
-    ::SetEnvironmentVariableW(L"SITEKEEPER_E2E_USER", L"Zoë");
+    NamedUser::Rename(L"Zoë");
     {
-        const ProgramRun run(program);
+        const ProgramRun run(user.Program());
         const MessageWindow refusal(run);
         EXPECT_TRUE(refusal.Text().starts_with(L"Zoë,\nYou do not have permission"));
         refusal.Confirm();

@@ -119,14 +119,14 @@ void Model::Move(AccessControl from, const Names& names, AccessControl to)
     Delete(from, names);
 }
 
-void Model::Copy(AccessControl /*list*/, const Names& names)
+void Model::Copy(const Names& names)
 {
     m_clipboard = names;
 }
 
 void Model::Cut(AccessControl list, const Names& names)
 {
-    Copy(list, names);
+    Copy(names);
     Delete(list, names);
 }
 

@@ -85,7 +85,7 @@ void Copy(Scene& scene)
 {
     const Selection selected(scene);
     scene.access->PressWithControl('C');
-    scene.model.Copy(selected.list, selected.names);
+    scene.model.Copy(selected.names);
 }
 
 void Cut(Scene& scene)

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <psapi.h>
+#include <stdexcept>
 
 namespace sitekeeper::e2e {
 namespace {
@@ -76,16 +77,14 @@ std::string BrokenWindows(const Scene& scene)
     if ((::IsWindowEnabled(main) != FALSE) != (top == main)) {
         broken += top == main ? "the main dialog is disabled\n" : "the main dialog is enabled below another\n";
     }
-    GUITHREADINFO information{};
-    information.cbSize = sizeof information;
-    ::GetGUIThreadInfo(::GetWindowThreadProcessId(main, nullptr), &information);
-    if (information.hwndActive != top) {
-        broken += "active is " + Describe(information.hwndActive) + " instead of " + Describe(top) + "\n";
-    } else if (information.hwndFocus != top && ::IsChild(top, information.hwndFocus) == FALSE) {
-        broken += "the focus is in " + Describe(information.hwndFocus) + "\n";
+    const GUITHREADINFO state = ThreadState(main);
+    if (state.hwndActive != top) {
+        broken += "active is " + Describe(state.hwndActive) + " instead of " + Describe(top) + "\n";
+    } else if (state.hwndFocus != top && ::IsChild(top, state.hwndFocus) == FALSE) {
+        broken += "the focus is in " + Describe(state.hwndFocus) + "\n";
     }
-    if (information.hwndCapture != nullptr) {
-        broken += "the mouse is held by " + Describe(information.hwndCapture) + "\n";
+    if (state.hwndCapture != nullptr) {
+        broken += "the mouse is held by " + Describe(state.hwndCapture) + "\n";
     }
     return broken;
 }
@@ -110,7 +109,7 @@ std::string BrokenContents(const Scene& scene)
     return broken;
 }
 
-std::string Look(const Scene& scene)
+std::string LookOnce(const Scene& scene)
 {
     std::string broken;
     if (scene.model.Where() != Place::Nowhere) {
@@ -121,6 +120,16 @@ std::string Look(const Scene& scene)
         broken += broken.empty() ? BrokenContents(scene) : "";
     }
     return broken.empty() ? scene.model.Expected(scene.before).ChangesTo(State::Take()) : broken;
+}
+
+/// A window that is just closing and a file that is just being written do not answer: all of it is looked at again.
+std::string Look(const Scene& scene)
+{
+    try {
+        return LookOnce(scene);
+    } catch (const std::runtime_error& error) {
+        return std::string(error.what()) + "\n";
+    }
 }
 
 } // namespace

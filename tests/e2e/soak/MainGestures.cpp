@@ -12,7 +12,7 @@ namespace {
 
 using Field = std::wstring FolderTexts::*;
 
-constexpr DWORD FocusMilliseconds = 400;
+constexpr ULONGLONG FocusMilliseconds = 400;
 constexpr const wchar_t* HelpMissing = L"Couldn't find help file: \n";
 
 void Start(Scene& scene)
@@ -30,7 +30,7 @@ void Start(Scene& scene)
         return;
     }
     scene.main.emplace(*scene.run);
-    ::SetForegroundWindow(scene.main->Handle());
+    scene.main->BringToFront();
     scene.model.Start();
 }
 
@@ -57,7 +57,7 @@ void TypeDatafiles(Scene& scene)
 /// Chooses a folder in the picker that stands, or cancels; what was chosen.
 std::wstring Pick(Scene& scene)
 {
-    const FolderPicker picker(*scene.run, L"");
+    const FolderPicker picker(*scene.run);
     if (scene.dice.OneIn(4)) {
         scene.Tell(L"cancelled");
         picker.Cancel();
@@ -119,15 +119,15 @@ void OpenFolder(Scene& scene)
 void ShowAbout(Scene& scene)
 {
     scene.main->Choose(scene.dice.OneIn(2) ? Command::About : Command::SystemAbout);
-    const HWND box =
-        scene.run->AwaitWindow("the About box", [](HWND window) { return WindowText(window) == L"About Site Keeper"; });
+    const AboutWindow box(*scene.run);
     if (scene.dice.OneIn(2)) {
         scene.Tell(L"by Escape");
+        scene.run->BringToFront(box.Handle());
         PressKey(VK_ESCAPE);
+        box.AwaitClosed();
     } else {
-        ::PostMessageW(::GetDlgItem(box, IDOK), BM_CLICK, 0, 0);
+        box.Confirm();
     }
-    scene.run->Await("the About box to close", [box] { return ::IsWindow(box) == FALSE; });
 }
 
 void AskForHelp(Scene& scene)
@@ -164,8 +164,8 @@ void InstallOem(Scene& scene)
         ConfirmBox(scene, L"Error creating process:\n");
         // The dialog was hidden meanwhile. On a screen without a window manager Wine then loses the focus now and then,
         // a moment after the dialog came back; an administrator would click it.
-        WaitAnswering(nullptr, FocusMilliseconds);
-        ::SetForegroundWindow(scene.main->Handle());
+        scene.main->AwaitBack();
+        scene.run->BringToFront(scene.main->Handle(), FocusMilliseconds);
     }
 }
 

@@ -68,7 +68,7 @@ public:
     void Add(const std::wstring& name);
     void Refresh();
     void Move(AccessControl from, const Names& names, AccessControl to);
-    void Copy(AccessControl list, const Names& names);
+    void Copy(const Names& names);
     void Cut(AccessControl list, const Names& names);
     void Delete(AccessControl list, const Names& names);
     void Paste(AccessControl list);
@@ -98,7 +98,6 @@ public:
     static constexpr const wchar_t* TrustedPathsKey = L"Software\\Autodesk\\AutoCAD\\R24.0\\ACAD-4101:409\\"
                                                       L"Variables\\TRUSTEDPATHS";
     static constexpr const wchar_t* TrustedPathsBefore = L"C:\\Program Files\\Own";
-    static constexpr const wchar_t* InstallationKey = L"Software\\ORIVEL\\LX Plus\\2023\\Installation";
     static constexpr const wchar_t* DesignFolders = L"C:\\Suite";
 
 private:

@@ -21,7 +21,6 @@ namespace {
 constexpr std::uint64_t UsualSeed = 20231;
 constexpr std::uint64_t UsualGestures = 50;
 constexpr std::size_t ShownHistory = 80;
-constexpr const wchar_t* ListFile = L"C:\\Suite\\Datafiles\\UserDatafile.ini";
 
 std::uint64_t Given(const wchar_t* variable, std::uint64_t usually)
 {
@@ -45,17 +44,8 @@ protected:
         for (const std::wstring& folder : Model::RealFolders()) {
             MakeFolders(folder.substr(0, folder.size() - 1));
         }
-        WriteValue(Hive::Machine, Model::InstallationKey, L"Application Path", TextValue(Model::DesignFolders));
+        WriteValue(Hive::Machine, InstallationKey, L"Application Path", TextValue(Model::DesignFolders));
         WriteValue(Hive::Machine, Model::TrustedPathsKey, L"", TextValue(Model::TrustedPathsBefore));
-    }
-
-    /// In the place of the system's explorer.
-    EchoProgram StandInForExplorer()
-    {
-        EchoProgram echo;
-        Suite().Borrow(Hive::Machine, L"Software\\Classes\\Folder\\shell\\explore\\command", L"",
-                       TextValue(L"\"" + echo.Path() + L"\" explore \"%1\""));
-        return echo;
     }
 
     /// The accounts that this computer has, as the program finds them.
@@ -108,7 +98,7 @@ TEST_F(Soak, RandomGesturesLeaveOnlyWhatTheyMean)
     const std::uint64_t gestures = Given(L"SITEKEEPER_GESTURES", minutes == 0 ? UsualGestures : UINT64_MAX);
     const ULONGLONG end = minutes == 0 ? ~0ULL : ::GetTickCount64() + minutes * 60000;
 
-    EchoProgram explorer = StandInForExplorer();
+    EchoProgram explorer = StandInForExplorer(Suite());
     Scene scene(seed, Model(CurrentUser(), FindAccounts()), std::move(explorer));
     Usage usage;
     std::string broken;

@@ -1,7 +1,6 @@
 #include "e2e/support/EchoProgram.h"
 
 #include "e2e/support/FileTree.h"
-#include "e2e/support/Installation.h"
 
 #include <utility>
 
@@ -23,6 +22,14 @@ std::wstring EchoProgram::AwaitCommandLine(const ProgramRun& run) const
 bool EchoProgram::HasRun() const
 {
     return Exists(m_path + L".txt");
+}
+
+EchoProgram StandInForExplorer(Installation& suite)
+{
+    EchoProgram echo;
+    suite.Borrow(Hive::Machine, L"Software\\Classes\\Folder\\shell\\explore\\command", L"",
+                 TextValue(L"\"" + echo.Path() + L"\" explore \"%1\""));
+    return echo;
 }
 
 } // namespace sitekeeper::e2e

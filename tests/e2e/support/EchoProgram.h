@@ -1,6 +1,7 @@
 // A stand-in for a program that the one under test starts: it writes down how it was started.
 #pragma once
 
+#include "e2e/support/Installation.h"
 #include "e2e/support/ProgramRun.h"
 
 #include <string>
@@ -24,5 +25,9 @@ public:
 private:
     std::wstring m_path;
 };
+
+/// Lets the shell explore folders with one: its command line then ends in explore "FOLDER". As long as the installation
+/// stands.
+[[nodiscard]] EchoProgram StandInForExplorer(Installation& suite);
 
 } // namespace sitekeeper::e2e

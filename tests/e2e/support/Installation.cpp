@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <gtest/gtest.h>
 #include <stdexcept>
 
 namespace sitekeeper::e2e {
@@ -48,6 +49,26 @@ const ShellPlaces& Places()
         AskShell(CSIDL_PROGRAMS, Hive::User, L"Programs"),
     };
     return places;
+}
+
+void Put(Hive hive, const std::wstring& key, const std::wstring& name, const std::optional<RegistryValue>& value)
+{
+    if (value) {
+        WriteValue(hive, key, name, *value);
+    } else {
+        RemoveValue(hive, key, name);
+    }
+}
+
+/// One of the steps of an end, of which each is to be tried; what it raises is a failure of the test.
+template <typename Step>
+void AttemptTo(Step step) noexcept
+{
+    try {
+        step();
+    } catch (const std::exception& error) {
+        ADD_FAILURE() << error.what();
+    }
 }
 
 } // namespace
@@ -101,13 +122,9 @@ Installation::~Installation()
 {
     std::reverse(m_borrowed.begin(), m_borrowed.end());
     for (const Borrowed& borrowed : m_borrowed) {
-        if (borrowed.former) {
-            WriteValue(borrowed.hive, borrowed.key, borrowed.name, *borrowed.former);
-        } else {
-            RemoveValue(borrowed.hive, borrowed.key, borrowed.name);
-        }
+        AttemptTo([&] { Put(borrowed.hive, borrowed.key, borrowed.name, borrowed.former); });
     }
-    Clear();
+    AttemptTo(&Clear);
 }
 
 void Installation::Clear()
@@ -188,11 +205,7 @@ void Installation::Borrow(Hive hive, const std::wstring& key, const std::wstring
                           const std::optional<RegistryValue>& value)
 {
     m_borrowed.push_back({hive, key, name, ReadValue(hive, key, name)});
-    if (value) {
-        WriteValue(hive, key, name, *value);
-    } else {
-        RemoveValue(hive, key, name);
-    }
+    Put(hive, key, name, value);
 }
 
 } // namespace sitekeeper::e2e

@@ -14,11 +14,20 @@ inline constexpr const wchar_t* MakerKey = L"Software\\ORIVEL";
 inline constexpr const wchar_t* SuiteKey = L"Software\\ORIVEL\\LX Plus\\2023";
 inline constexpr const wchar_t* ReminderKey = L"Software\\ORIVEL\\LX Plus\\2023\\Assist";
 inline constexpr const wchar_t* PositionKey = L"Software\\ORIVEL\\LX Plus\\2023\\SiteKeeper\\WindowPosition";
+inline constexpr const wchar_t* InstallationKey = L"Software\\ORIVEL\\LX Plus\\2023\\Installation";
+/// Where the suite's uninstaller is registered, and where it is looked for next.
+inline constexpr const wchar_t* UninstallKey =
+    L"Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\{6C1F2A3B-4D5E-4F60-8A71-92B3C4D5E6F7}";
+inline constexpr const wchar_t* SecondUninstallKey = L"Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\"
+                                                     L"InstallShield_{6C1F2A3B-4D5E-4F60-8A71-92B3C4D5E6F7}";
 /// Where AutoCAD keeps its releases and products, in the machine's hive.
 inline constexpr const wchar_t* AutoCADKey = L"Software\\Autodesk\\AutoCAD";
 inline constexpr const wchar_t* ShellFoldersKey =
     L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
 inline constexpr const wchar_t* CurrentVersionKey = L"Software\\Microsoft\\Windows\\CurrentVersion";
+
+/// The access lists of the installed suite.
+inline constexpr const wchar_t* ListFile = L"C:\\Suite\\Datafiles\\UserDatafile.ini";
 
 /// One shortcut of the suite: its name, without ".lnk", and the program it is for.
 struct Tool

@@ -15,12 +15,20 @@ namespace {
 
 constexpr const wchar_t* DialogClass = L"#32770";
 constexpr int MessageText = 0xFFFF;
+constexpr int AboutText = 1008; // in the main dialog a button
 constexpr int PickerTree = 14145;
 constexpr int PickerTitle = 14146;
 
 bool IsDialogWith(HWND window, int control)
 {
     return WindowClass(window) == DialogClass && ::GetDlgItem(window, control) != nullptr;
+}
+
+/// What the folder picker calls a folder: by its own name, a drive by its letter behind the name of the disk.
+std::wstring TreeName(const std::wstring& folder)
+{
+    return folder.ends_with(L":\\") ? L"(" + folder.substr(0, folder.size() - 1) + L")"
+                                    : folder.substr(folder.rfind(L'\\') + 1);
 }
 
 bool IsStaticWithIcon(HWND window)
@@ -81,6 +89,14 @@ void MainWindow::Press(Control focus, WPARAM virtualKey) const
 void MainWindow::PressCloseBox() const
 {
     ::PostMessageW(m_window, WM_SYSCOMMAND, SC_CLOSE, 0);
+}
+
+void MainWindow::AwaitBack() const
+{
+    m_run.Await("the dialog to come back", [&] {
+        return ::IsWindowVisible(m_window) != FALSE && ::IsIconic(m_window) == FALSE &&
+               ::IsWindowEnabled(m_window) != FALSE;
+    });
 }
 
 RECT MainWindow::Rectangle() const
@@ -170,11 +186,45 @@ void MessageWindow::Press(int button) const
     m_run.Await("the message box to close", [window] { return ::IsWindow(window) == FALSE; });
 }
 
+// By its controls: a menu or a tip that is just closing would not answer what its text is.
+AboutWindow::AboutWindow(const ProgramRun& run)
+    : m_run(run), m_window(run.AwaitWindow("the About box", [](HWND window) {
+          return IsDialogWith(window, AboutText) && !IsDialogWith(window, static_cast<int>(Control::ProgramPath));
+      }))
+{}
+
+HWND AboutWindow::Owner() const
+{
+    return ::GetWindow(m_window, GW_OWNER);
+}
+
+std::wstring AboutWindow::Caption() const
+{
+    return WindowText(m_window);
+}
+
+std::wstring AboutWindow::Text() const
+{
+    return WindowText(::GetDlgItem(m_window, AboutText));
+}
+
+void AboutWindow::Confirm() const
+{
+    ::PostMessageW(m_window, WM_COMMAND, IDOK, 0);
+    AwaitClosed();
+}
+
+void AboutWindow::AwaitClosed() const
+{
+    const HWND window = m_window;
+    m_run.Await("the About box to close", [window] { return ::IsWindow(window) == FALSE; });
+}
+
 FolderPicker::FolderPicker(const ProgramRun& run, const std::wstring& startName)
     : m_run(run),
       m_window(run.AwaitWindow("the folder picker", [](HWND window) { return IsDialogWith(window, PickerTree); }))
 {
-    run.Await("the picker to start at " + ToUtf8(startName), [&] { return SelectedName().ends_with(startName); });
+    AwaitSelected(startName);
 }
 
 std::wstring FolderPicker::Title() const
@@ -205,12 +255,21 @@ std::wstring FolderPicker::SelectedName() const
     return name.data();
 }
 
+void FolderPicker::AwaitSelected(const std::wstring& name) const
+{
+    m_run.Await("the picker to select " + (name.empty() ? "a folder" : ToUtf8(name)), [&] {
+        const std::wstring selected = SelectedName();
+        return !selected.empty() && selected.ends_with(name);
+    });
+}
+
 void FolderPicker::Choose(const std::wstring& folder) const
 {
     const std::size_t size = (folder.size() + 1) * sizeof(wchar_t);
     const RemoteMemory path(m_run.Process(), size);
     path.Write(folder.c_str(), size);
     Ask(m_window, BFFM_SETSELECTIONW, TRUE, reinterpret_cast<LPARAM>(path.Address()));
+    AwaitSelected(TreeName(folder));
     ::PostMessageW(m_window, WM_COMMAND, IDOK, 0);
     AwaitClosed();
 }

@@ -6,7 +6,6 @@
 
 #include <windows.h>
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -75,6 +74,12 @@ public:
     void Press(Control focus, WPARAM virtualKey) const;
     void PressCloseBox() const;
 
+    /// Waits until keys go to it, and have gone there for a moment.
+    void BringToFront() const { m_run.BringToFront(m_window); }
+
+    /// Waits until it is to be seen again and can be worked, after it was hidden or below another window.
+    void AwaitBack() const;
+
     [[nodiscard]] RECT Rectangle() const;
     void MoveTo(int left, int top) const;
 
@@ -116,24 +121,46 @@ private:
     HWND m_window;
 };
 
+/// The About box.
+class AboutWindow
+{
+public:
+    /// Waits until it stands.
+    explicit AboutWindow(const ProgramRun& run);
+
+    [[nodiscard]] HWND Handle() const noexcept { return m_window; }
+    [[nodiscard]] HWND Owner() const;
+    [[nodiscard]] std::wstring Caption() const;
+    [[nodiscard]] std::wstring Text() const;
+
+    /// Presses OK and waits until it is gone.
+    void Confirm() const;
+    void AwaitClosed() const;
+
+private:
+    const ProgramRun& m_run;
+    HWND m_window;
+};
+
 /// The shell's folder picker.
 class FolderPicker
 {
 public:
-    /// Waits until it stands with a folder of that name selected (a drive may have more before its name). (It can be
-    /// seen a moment before the program has told it where to start.)
-    FolderPicker(const ProgramRun& run, const std::wstring& startName);
+    /// Waits until it stands with a folder of that name selected, or with any when no name is given (a drive may have
+    /// more before its name). (It can be seen a moment before the program has told it where to start.)
+    explicit FolderPicker(const ProgramRun& run, const std::wstring& startName = {});
 
     [[nodiscard]] HWND Handle() const noexcept { return m_window; }
     [[nodiscard]] std::wstring Title() const;
 
-    /// Selects a folder and confirms; waits until the picker is gone.
+    /// Selects a folder and confirms once it is selected; waits until the picker is gone.
     void Choose(const std::wstring& folder) const;
     void Cancel() const;
 
 private:
     /// The name that the tree shows for the selected folder; empty when none is.
     [[nodiscard]] std::wstring SelectedName() const;
+    void AwaitSelected(const std::wstring& name) const;
     void AwaitClosed() const;
 
     const ProgramRun& m_run;

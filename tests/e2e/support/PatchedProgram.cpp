@@ -3,11 +3,15 @@
 #include "e2e/support/FileTree.h"
 #include "e2e/support/Installation.h"
 
+#include <windows.h>
+
 #include <stdexcept>
 #include <string_view>
 
 namespace sitekeeper::e2e {
 namespace {
+
+constexpr const wchar_t* NameVariable = L"SITEKEEPER_E2E_USER"; // where the stand-in looks
 
 std::string Utf16Bytes(std::string_view text)
 {
@@ -34,11 +38,21 @@ std::wstring Patch(const std::string& from, const std::string& to)
 
 } // namespace
 
-std::wstring ProgramWithFakeUser()
+NamedUser::NamedUser(const std::wstring& name) : m_program(Patch("ADVAPI32.dll", "FakeUser.dll"))
 {
-    std::wstring path = Patch("ADVAPI32.dll", "FakeUser.dll");
-    CopyFileTo(ShippedFile(L"tests\\e2e\\FakeUser.dll"), path.substr(0, path.rfind(L'\\')) + L"\\FakeUser.dll");
-    return path;
+    CopyFileTo(ShippedFile(L"tests\\e2e\\FakeUser.dll"),
+               m_program.substr(0, m_program.rfind(L'\\')) + L"\\FakeUser.dll");
+    Rename(name);
+}
+
+NamedUser::~NamedUser()
+{
+    ::SetEnvironmentVariableW(NameVariable, nullptr);
+}
+
+void NamedUser::Rename(const std::wstring& name)
+{
+    ::SetEnvironmentVariableW(NameVariable, name.c_str());
 }
 
 std::wstring ProgramWithOwnCommonProgramFiles()

@@ -5,7 +5,6 @@
 #include <array>
 #include <ctime>
 #include <iostream>
-#include <tlhelp32.h>
 
 namespace sitekeeper::e2e {
 namespace {
@@ -63,6 +62,14 @@ std::wstring WindowClass(HWND window)
     std::array<wchar_t, 256> name{};
     ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
     return name.data();
+}
+
+GUITHREADINFO ThreadState(HWND window)
+{
+    GUITHREADINFO state{};
+    state.cbSize = sizeof state;
+    ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &state);
+    return state;
 }
 
 long long ProgramRun::CurrentSecond() noexcept
@@ -131,6 +138,28 @@ HWND ProgramRun::AwaitWindow(const std::string& what, const WindowCondition& con
     return found;
 }
 
+void ProgramRun::BringToFront(HWND window, ULONGLONG milliseconds) const
+{
+    ULONGLONG since = 0; // when it was first found in front; 0 when it is not
+    Await("the window to be in front", [&] {
+        const GUITHREADINFO state = ThreadState(window);
+        const bool hasFocus = state.hwndFocus == window || ::IsChild(window, state.hwndFocus) != FALSE;
+        if (::GetForegroundWindow() != window || state.hwndActive != window || !hasFocus) {
+            since = 0;
+            ::SetForegroundWindow(window);
+            return false;
+        }
+        since = since == 0 ? ::GetTickCount64() : since;
+        return ::GetTickCount64() - since >= milliseconds;
+    });
+}
+
+void ProgramRun::AwaitOnTop(HWND window, POINT point) const
+{
+    Await("the window to be on top where the mouse is",
+          [=] { return ::GetAncestor(::WindowFromPoint(point), GA_ROOT) == window; });
+}
+
 std::vector<HWND> ProgramRun::Windows() const
 {
     std::vector<HWND> windows;
@@ -169,31 +198,6 @@ std::string ProgramRun::DescribeWindows() const
                 (message != nullptr ? " " + ToUtf8(WindowText(message)) : "") + "\n";
     }
     return text;
-}
-
-ProgramRun::Pause::Pause(const ProgramRun& run)
-{
-    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-    THREADENTRY32 entry{};
-    entry.dwSize = sizeof entry;
-    for (BOOL more = ::Thread32First(snapshot, &entry); more != FALSE; more = ::Thread32Next(snapshot, &entry)) {
-        if (entry.th32OwnerProcessID != run.m_process.dwProcessId) {
-            continue;
-        }
-        if (const HANDLE thread = ::OpenThread(THREAD_SUSPEND_RESUME, FALSE, entry.th32ThreadID)) {
-            ::SuspendThread(thread);
-            m_threads.push_back(thread);
-        }
-    }
-    ::CloseHandle(snapshot);
-}
-
-ProgramRun::Pause::~Pause()
-{
-    for (const HANDLE thread : m_threads) {
-        ::ResumeThread(thread);
-        ::CloseHandle(thread);
-    }
 }
 
 } // namespace sitekeeper::e2e

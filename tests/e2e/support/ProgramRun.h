@@ -38,6 +38,13 @@ public:
     using WindowCondition = std::function<bool(HWND)>;
     [[nodiscard]] HWND AwaitWindow(const std::string& what, const WindowCondition& condition) const;
 
+    /// Waits until the keys go to a window of this process, and have gone there for so long without a break. (On a
+    /// screen without a window manager Wine may lose the focus again, a moment after it was given.)
+    void BringToFront(HWND window, ULONGLONG milliseconds = 50) const;
+
+    /// Waits until a press of the mouse at this point of the screen goes to that window or to something in it.
+    void AwaitOnTop(HWND window, POINT point) const;
+
     /// The visible top-level windows of this process, topmost first.
     [[nodiscard]] std::vector<HWND> Windows() const;
 
@@ -45,19 +52,6 @@ public:
     [[nodiscard]] DWORD WaitForEnd() const;
 
     [[nodiscard]] bool HasEnded() const;
-
-    /// The process stands still for the life of this object, so that a short moment can be looked at.
-    class Pause
-    {
-    public:
-        explicit Pause(const ProgramRun& run);
-        Pause(const Pause&) = delete;
-        Pause& operator=(const Pause&) = delete;
-        ~Pause();
-
-    private:
-        std::vector<HANDLE> m_threads;
-    };
 
     /// The start, and the whole second in which it was asked for, as the program's clock counts.
     [[nodiscard]] long long StartSecond() const noexcept { return m_startSecond; }
@@ -72,9 +66,12 @@ private:
     long long m_startSecond;
 };
 
-/// Text, class and state of a window of another process, asked with a time limit.
+/// Text and class of a window of another process, the text asked with a time limit.
 [[nodiscard]] std::wstring WindowText(HWND window);
 [[nodiscard]] std::wstring WindowClass(HWND window);
+
+/// What the windows beside this one, of the same thread, share: the active one, the focus, the captured mouse, a menu.
+[[nodiscard]] GUITHREADINFO ThreadState(HWND window);
 
 /// Waits a moment, or until `handle` (null for none) is signalled, and answers what other programs send meanwhile: the
 /// component runtime gives this thread a window, and a program that asks all windows something would wait for it.

@@ -5,6 +5,7 @@
 #include "e2e/support/ProgramRun.h"
 #include "e2e/support/Wide.h"
 
+#include <exception>
 #include <functional>
 #include <gtest/gtest.h>
 #include <utility>
@@ -31,7 +32,11 @@ Recorder::Recorder(std::wstring path) : m_path(std::move(path))
 
 Recorder::~Recorder()
 {
-    End();
+    try {
+        End();
+    } catch (const std::exception& error) {
+        ADD_FAILURE() << error.what();
+    }
 }
 
 std::wstring Recorder::AwaitRecord() const

@@ -103,8 +103,8 @@ Picture AwaitPicture(HWND window)
     while (takes < NeededTakes && ::GetTickCount64() < end) {
         WaitAnswering(nullptr, TakeMilliseconds);
         Picture now = TakePicture(window);
-        const COLORREF corner = now.pixels.empty() ? 0 : now.At(now.width / 2, now.height / 2);
-        const bool isPainted = now.Count([corner](COLORREF pixel) { return pixel != corner; }) > 0;
+        const COLORREF middle = now.pixels.empty() ? 0 : now.At(now.width / 2, now.height / 2);
+        const bool isPainted = now.Count([middle](COLORREF pixel) { return pixel != middle; }) > 0;
         takes = isPainted && now.pixels == former.pixels ? takes + 1 : 0;
         former = std::move(now);
     }

@@ -19,7 +19,7 @@ ShortcutsWindow::ShortcutsWindow(const ProgramRun& run)
     : m_run(run), m_window(run.AwaitWindow("the dialog of the shortcuts",
                                            [](HWND window) { return ::GetDlgItem(window, TreeId) != nullptr; }))
 {
-    ::SetForegroundWindow(m_window);
+    run.BringToFront(m_window);
 }
 
 HWND ShortcutsWindow::Tree() const
@@ -93,6 +93,7 @@ void ShortcutsWindow::ClickCheckBox(int row) const
     POINT point{text.left - size / 2, text.top + size / 2};
     ::ClientToScreen(Tree(), &point);
     MoveMouse(point);
+    m_run.AwaitOnTop(m_window, point);
     PressMouse();
     ReleaseMouse();
 }

@@ -15,7 +15,7 @@ namespace sitekeeper::e2e {
 class ShortcutsWindow
 {
 public:
-    /// Waits until it stands.
+    /// Waits until it stands and takes keys.
     explicit ShortcutsWindow(const ProgramRun& run);
 
     [[nodiscard]] HWND Handle() const noexcept { return m_window; }

@@ -4,6 +4,7 @@
 #include "e2e/support/Wide.h"
 
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <stdexcept>
 
 namespace sitekeeper::e2e {
@@ -23,7 +24,11 @@ UpdatesPage::UpdatesPage() : m_folder(EnvironmentText(L"SITEKEEPER_WEB_FOLDER") 
 UpdatesPage::~UpdatesPage()
 {
     for (const wchar_t* const file : Files) {
-        RemoveFile(m_folder + file);
+        try {
+            RemoveFile(m_folder + file);
+        } catch (const std::exception& error) {
+            ADD_FAILURE() << error.what();
+        }
     }
 }
 

@@ -15,7 +15,7 @@ UserAccessWindow::UserAccessWindow(const ProgramRun& run)
           return ::GetDlgItem(window, static_cast<int>(AccessControl::NormKeeper)) != nullptr;
       }))
 {
-    ::SetForegroundWindow(m_window);
+    run.BringToFront(m_window);
 }
 
 HWND UserAccessWindow::Item(AccessControl control) const
@@ -92,6 +92,13 @@ void UserAccessWindow::Settle() const
     }
 }
 
+void UserAccessWindow::PointAt(POINT point) const
+{
+    MoveMouse(point);
+    Settle();
+    m_run.AwaitOnTop(m_window, point);
+}
+
 void UserAccessWindow::Select(AccessControl list, const Names& names) const
 {
     const HWND control = Item(list);
@@ -115,9 +122,7 @@ void UserAccessWindow::Select(AccessControl list, const Names& names) const
 
 void UserAccessWindow::Click(AccessControl list, const std::wstring& name) const
 {
-    const POINT point = PointOf(list, name);
-    MoveMouse(point);
-    Settle();
+    PointAt(PointOf(list, name));
     PressMouse();
     ReleaseMouse();
     m_run.Await("the click on a name",
@@ -128,8 +133,7 @@ void UserAccessWindow::Click(AccessControl list, const std::wstring& name) const
 void UserAccessWindow::ClickWithControl(AccessControl list, const std::wstring& name) const
 {
     // There first: a screen that sees the mouse move and no key held down corrects the key.
-    MoveMouse(PointOf(list, name));
-    Settle();
+    PointAt(PointOf(list, name));
     const LRESULT before = Ask(Item(list), LVM_GETSELECTEDCOUNT);
     HoldKey(VK_CONTROL);
     PressMouse();
@@ -141,37 +145,32 @@ void UserAccessWindow::ClickWithControl(AccessControl list, const std::wstring& 
 
 void UserAccessWindow::ClickBelow(AccessControl list) const
 {
-    const POINT point = Below(list);
-    MoveMouse(point);
-    Settle();
+    PointAt(Below(list));
     PressMouse();
     ReleaseMouse();
+    m_run.Await("the focus in list " + std::to_string(static_cast<int>(list)),
+                [&] { return Captured() == nullptr && ThreadState(m_window).hwndFocus == Item(list); });
     Settle();
 }
 
 HWND UserAccessWindow::Captured() const
 {
-    GUITHREADINFO information{};
-    information.cbSize = sizeof information;
-    ::GetGUIThreadInfo(::GetWindowThreadProcessId(m_window, nullptr), &information);
-    return information.hwndCapture;
+    return ThreadState(m_window).hwndCapture;
 }
 
 void UserAccessWindow::StartDrag(AccessControl list, const std::wstring& name, POINT target) const
 {
     const POINT start = PointOf(list, name);
-    MoveMouse(start);
-    Settle();
+    PointAt(start);
     PressMouse();
     Settle();
     MoveMouse({start.x + 8, start.y + 2}); // still on the name: the list itself must see the drag begin
-    Settle();
+    m_run.Await("the drag to begin in list " + std::to_string(static_cast<int>(list)),
+                [&] { return Captured() == m_window; });
     for (int step = 1; step <= 8; ++step) {
         MoveMouse({start.x + (target.x - start.x) * step / 8, start.y + (target.y - start.y) * step / 8});
         WaitAnswering(nullptr, 10);
     }
-    m_run.Await("the drag to begin in list " + std::to_string(static_cast<int>(list)),
-                [&] { return Captured() == m_window; });
     Settle();
 }
 

@@ -31,7 +31,7 @@ using Names = std::vector<std::wstring>;
 class UserAccessWindow
 {
 public:
-    /// Waits until it stands.
+    /// Waits until it stands and takes keys.
     explicit UserAccessWindow(const ProgramRun& run);
 
     [[nodiscard]] HWND Handle() const noexcept { return m_window; }
@@ -73,6 +73,8 @@ private:
     [[nodiscard]] std::wstring NameAt(HWND list, int place) const;
     [[nodiscard]] POINT PointOf(AccessControl list, const std::wstring& name) const;
     [[nodiscard]] POINT Below(AccessControl list) const;
+    /// The mouse is there, and what it presses is of this dialog.
+    void PointAt(POINT point) const;
     void StartDrag(AccessControl list, const std::wstring& name, POINT target) const;
     void FinishDrag() const;
     [[nodiscard]] HWND Captured() const;
