@@ -31,6 +31,7 @@ public:
     {
         return {static_cast<unsigned>(m_printer.OpenDocuments()), 0, 0};
     }
+    [[nodiscard]] unsigned HandlesLostByGivingUp() override { return 0; }
 
 private:
     MemoryPrinter m_printer;

@@ -119,12 +119,13 @@ TEST_F(PrinterContract, LeavesNothingBehind)
         everyWay();
     }
     const PrinterHoldings before = world->Holdings();
-    for (int run = 0; run < 10; ++run) {
+    constexpr unsigned Runs = 10;
+    for (unsigned run = 0; run < Runs; ++run) {
         everyWay();
     }
     const PrinterHoldings after = world->Holdings();
     EXPECT_EQ(after.drawingObjects, before.drawingObjects);
-    EXPECT_EQ(after.handles, before.handles);
+    EXPECT_EQ(after.handles, before.handles + Runs * world->HandlesLostByGivingUp()); // each run gives up one document
     // Wine's print dialog itself loses some seventy bytes each time; what describes a printer takes three times as
     // many.
     constexpr std::size_t Lost = 5000;

@@ -45,6 +45,8 @@ public:
     virtual void TakePaperAway() = 0;
 
     [[nodiscard]] virtual PrinterHoldings Holdings() = 0;
+    /// How many handles the system itself loses with each begun document that is given up.
+    [[nodiscard]] virtual unsigned HandlesLostByGivingUp() = 0;
 };
 
 [[nodiscard]] std::unique_ptr<PrinterWorld> MakePrinterWorld();
