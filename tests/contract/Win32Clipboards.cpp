@@ -8,7 +8,7 @@
 namespace sitekeeper {
 namespace {
 
-void Require(bool isDone)
+void RequireClipboard(bool isDone)
 {
     if (!isDone) {
         throw std::runtime_error("the test cannot prepare the clipboard: " + std::to_string(::GetLastError()));
@@ -50,7 +50,7 @@ private:
 TestWindow::TestWindow()
     : m_window(::CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr))
 {
-    Require(m_window != nullptr);
+    RequireClipboard(m_window != nullptr);
 }
 
 TestWindow::~TestWindow()
@@ -60,26 +60,26 @@ TestWindow::~TestWindow()
 
 void EmptyRealClipboard(const TestWindow& window)
 {
-    Require(::OpenClipboard(window.get()) != FALSE);
+    RequireClipboard(::OpenClipboard(window.get()) != FALSE);
     const bool isEmptied = ::EmptyClipboard() != FALSE;
     ::CloseClipboard();
-    Require(isEmptied);
+    RequireClipboard(isEmptied);
 }
 
 void PutPictureOnRealClipboard(const TestWindow& window)
 {
-    Require(::OpenClipboard(window.get()) != FALSE);
+    RequireClipboard(::OpenClipboard(window.get()) != FALSE);
     ::EmptyClipboard();
     const HBITMAP picture = ::CreateBitmap(4, 4, 1, 1, nullptr);
     const bool isPut = ::SetClipboardData(CF_BITMAP, picture) != nullptr;
     ::CloseClipboard();
-    Require(isPut);
+    RequireClipboard(isPut);
 }
 
 std::shared_ptr<void> OpenRealClipboard()
 {
     auto holder = std::make_shared<ClipboardHolder>();
-    Require(holder->IsOpen());
+    RequireClipboard(holder->IsOpen());
     return holder;
 }
 

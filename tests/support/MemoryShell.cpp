@@ -19,8 +19,8 @@ void MemoryShell::LeaveComponents() noexcept
 
 ResultCode MemoryShell::SaveShortcut(const std::wstring& path, const ShortcutFile& shortcut)
 {
-    constexpr std::size_t PathRoom = 260;
-    if (path.size() >= PathRoom) {
+    constexpr std::size_t LinkPathRoom = 260;
+    if (path.size() >= LinkPathRoom) {
         return ResultCode::Fail;
     }
     if (m_depth <= 0) {

@@ -19,7 +19,7 @@ using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::Not;
 
-constexpr std::uint32_t None = 0xFFFFFFFF;
+constexpr std::uint32_t NoId = 0xFFFFFFFF;
 
 // Styles of the kinds of controls, as the table below puts them together.
 constexpr std::uint32_t Shown = WS_CHILD | WS_VISIBLE;
@@ -39,14 +39,14 @@ const std::vector<TemplateItem>& Controls()
     static const std::vector<TemplateItem> Table = {
         {1, L"Button", L"OK", {80, 194, 50, 16}, Shown | Default},
         {2, L"Button", L"Cancel", {140, 194, 50, 16}, Shown | Push},
-        {None, L"Static", L"Program Path:", {12, 6, 47, 8}, Shown | Label},
+        {NoId, L"Static", L"Program Path:", {12, 6, 47, 8}, Shown | Label},
         {1000, L"Edit", L"", {12, 18, 210, 12}, Shown | Edit | ES_READONLY},
         {1008, L"Button", L"", {228, 18, 17, 12}, Shown | Push},
-        {None, L"Static", L"Application Path:", {12, 42, 55, 8}, Shown | Label},
+        {NoId, L"Static", L"Application Path:", {12, 42, 55, 8}, Shown | Label},
         {1001, L"Edit", L"", {12, 54, 186, 12}, Shown | Edit},
         {1002, L"Button", L"", {204, 54, 17, 12}, Shown | Push},
         {1010, L"Button", L"", {228, 54, 17, 12}, Shown | Push},
-        {None, L"Static", L"Datafiles Path:", {12, 78, 48, 8}, Shown | Label},
+        {NoId, L"Static", L"Datafiles Path:", {12, 78, 48, 8}, Shown | Label},
         {1003, L"Edit", L"", {12, 91, 186, 12}, Shown | Edit},
         {1004, L"Button", L"", {204, 90, 17, 12}, Shown | Push},
         {1011, L"Button", L"", {228, 90, 17, 12}, Shown | Push},
@@ -55,13 +55,13 @@ const std::vector<TemplateItem>& Controls()
         {1014, L"ComboBox", L"", {69, 116, 114, 78}, Hidden | DropDownList},
         {1029, L"Static", L"AutoCAD Profile:", {7, 137, 55, 8}, Hidden | Label},
         {1028, L"Edit", L"", {69, 137, 98, 12}, Hidden | Edit},
-        {None, L"Static", L"Menu Icon Size:", {7, 161, 52, 8}, Hidden | Label},
+        {NoId, L"Static", L"Menu Icon Size:", {7, 161, 52, 8}, Hidden | Label},
         {1037, L"ComboBox", L"", {69, 158, 65, 54}, Hidden | DropDown},
-        {None, L"Static", L"Check web for updates on", {12, 154, 85, 8}, HiddenAndDisabled | Label},
+        {NoId, L"Static", L"Check web for updates on", {12, 154, 85, 8}, HiddenAndDisabled | Label},
         {1026, L"SysDateTimePick32", L"", {102, 150, 60, 15}, HiddenAndDisabled | Picker},
-        {None, L"Static", L"and every", {168, 154, 34, 8}, HiddenAndDisabled | Label},
+        {NoId, L"Static", L"and every", {168, 154, 34, 8}, HiddenAndDisabled | Label},
         {1027, L"Edit", L"", {204, 151, 24, 14}, HiddenAndDisabled | Edit},
-        {None, L"Static", L"days", {234, 154, 16, 8}, HiddenAndDisabled | Label},
+        {NoId, L"Static", L"days", {234, 154, 16, 8}, HiddenAndDisabled | Label},
     };
     return Table;
 }
@@ -116,7 +116,7 @@ TEST_F(MainDialogLayoutTest, IsOnTheScreenAsTheTemplateSays)
         EXPECT_NE(extended & WS_EX_DLGMODALFRAME, 0U);
         EXPECT_EQ(::GetWindow(page.Window(), GW_OWNER), nullptr);
         for (const TemplateItem& item : Controls()) {
-            if (item.id == None) {
+            if (item.id == NoId) {
                 continue;
             }
             const int id = static_cast<int>(item.id);
@@ -152,7 +152,7 @@ TEST_F(MainDialogLayoutTest, HasTheSuitesFontInEveryControl)
         EXPECT_EQ(description.lfHeight, ::MulDiv(14, ::GetDeviceCaps(dc.get(), LOGPIXELSY), 72));
         EXPECT_EQ(description.lfWeight, FW_NORMAL);
         for (const TemplateItem& item : Controls()) {
-            if (item.id != None && item.windowClass != L"SysDateTimePick32") {
+            if (item.id != NoId && item.windowClass != L"SysDateTimePick32") {
                 const HWND control = page.Control(static_cast<int>(item.id));
                 EXPECT_EQ(reinterpret_cast<HFONT>(::SendMessageW(control, WM_GETFONT, 0, 0)), font) << item;
             }

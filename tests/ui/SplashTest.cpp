@@ -22,7 +22,6 @@ using testing::SizeIs;
 
 constexpr UINT SplashBitmap = 139;
 constexpr UINT NoSuchBitmap = 4711;
-constexpr const wchar_t* SplashClass = L"SiteKeeperSplash";
 constexpr COLORREF Ground = RGB(255, 0, 255);
 constexpr Seconds Created = 5000;
 

@@ -23,7 +23,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-constexpr const wchar_t* SplashClass = L"SiteKeeperSplash";
 constexpr const wchar_t* UnexpectedText = L"An unexpected error occurred. The operation was not completed.";
 
 class StartupTest : public ProgramTest

@@ -7,8 +7,6 @@
 namespace sitekeeper {
 namespace {
 
-const Names NobodyElse{L"Everyone"};
-
 TEST_F(UserAccessTest, ShowsTheStoredListsSorted)
 {
     Store("[User List]\r\nbob = bob\r\nCarol = Carol\r\nalice = alice\r\n\r\n[Ledger Composer]\r\nbob = bob\r\n\r\n"

@@ -9,8 +9,6 @@
 namespace sitekeeper {
 namespace {
 
-const Names NobodyElse{L"Everyone"};
-
 class UserAccessDragTest : public UserAccessTest
 {
 protected:

@@ -7,8 +7,6 @@
 namespace sitekeeper {
 namespace {
 
-const Names NobodyElse{L"Everyone"};
-
 class UserAccessKeyboardTest : public UserAccessTest
 {
 protected:

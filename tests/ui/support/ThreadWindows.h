@@ -11,6 +11,9 @@
 
 namespace sitekeeper {
 
+/// The window class of the splash, a name of ours.
+inline constexpr const wchar_t* SplashClass = L"SiteKeeperSplash";
+
 [[nodiscard]] std::wstring ClassNameOf(HWND window);
 
 /// The visible top-level windows of a class, from the top down.

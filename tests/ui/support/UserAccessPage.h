@@ -25,6 +25,9 @@ inline constexpr int HelpButton = 1009;
 
 using Names = std::vector<std::wstring>;
 
+/// What a list shows that lets everybody in.
+inline const Names NobodyElse{L"Everyone"};
+
 /// The texts of a list control's items, from the first to the last, and those of the selected ones.
 [[nodiscard]] Names NamesIn(HWND list);
 [[nodiscard]] Names SelectedIn(HWND list);
