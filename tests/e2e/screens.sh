@@ -2,7 +2,8 @@
 # Pictures of the program's windows at 96, 120, 144 and 192 dpi, with large text and with high-contrast colours, for
 # looking at: tests/e2e/screens.sh [FOLDER [LOOK...]]. A look is a number of dpi or a name of looks/*.reg.
 # FOLDER (build/screens when left out) gets NAME-LOOK.png for each moment that the end-to-end suite keeps, the focus on
-# its way through the main dialog, and the open menus. Needs the mingw-release build.
+# its way through the main dialog, and the open menus. Needs the mingw-release build, or the folder of one in
+# $SITEKEEPER_SCREENS_BUILD. The exit code is 1 when a look broke.
 set -euo pipefail
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -29,12 +30,12 @@ windows_path() {
 to_png() {
     local bmp
     for bmp in "$1"/*.bmp; do
-        convert "$bmp" "$shots/$(basename "$bmp" .bmp)-$2.png"
+        /usr/bin/convert "$bmp" "$shots/$(basename "$bmp" .bmp)-$2.png"
     done
 }
 
 main_window_stands() {
-    import -window root png:- | convert png:- -format '%k' info: | grep -qvx 1 &&
+    /usr/bin/import -window root png:- | /usr/bin/convert png:- -format '%k' info: | grep -qvx 1 &&
         xdotool search --onlyvisible --name '^ $' >/dev/null 2>&1
 }
 
@@ -48,12 +49,12 @@ shoot_menus() {
     await 20 main_window_stands || fail 'the main window does not come'
     for control in cancel program-path open-program; do
         xdotool key Tab sleep 0.5
-        import -window root "$shots/focus-$control-$look.png"
+        /usr/bin/import -window root "$shots/focus-$control-$look.png"
     done
     xdotool key alt+e sleep 0.7
-    import -window root "$shots/menu-edit-$look.png"
+    /usr/bin/import -window root "$shots/menu-edit-$look.png"
     xdotool key Escape sleep 0.2 key Escape sleep 0.2 key alt+space sleep 0.7
-    import -window root "$shots/menu-system-$look.png"
+    /usr/bin/import -window root "$shots/menu-system-$look.png"
 }
 
 put_on() {
@@ -76,7 +77,7 @@ shoot() {
         wine "$programs/tests/e2e/sitekeeper_e2e.exe" --gtest_filter="$moments"
     # The update reminder's and the splash, beside the page.
     SITEKEEPER_SHOTS=$(windows_path "$raw") in_prefix "$prefix" timeout 300 \
-        "$here/../support/web_server.py" --port 28417 wine "$programs/tests/e2e/sitekeeper_e2e_updates.exe"
+        "$here/../support/web_server.py" --port "${SITEKEEPER_LOOPBACK_PORT:-28417}" wine "$programs/tests/e2e/sitekeeper_e2e_updates.exe"
     to_png "$raw" "$look"
     rm -rf "$raw"
     shoot_menus "$prefix" "$look"
@@ -87,7 +88,10 @@ tidy_up_at_exit
 mkdir -p "$shots" "$log_dir"
 ensure_template
 screen_size=2560x1600 start_screen # at 192 dpi the windows need the room
+broken=no
 for look in "${looks[@]}"; do
     attempt "Pictures, $look" "$log_dir/screens.log" shoot "$look"
+    ((job_rc == 0)) || broken=yes
 done
 echo "Pictures: $(shown "$shots")"
+[[ $broken == no ]]
