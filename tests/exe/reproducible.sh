@@ -9,7 +9,7 @@ copy=$(mktemp -d)
 trap 'rm -rf "$copy"' EXIT
 
 mkdir "$copy/tree"
-tar -C "$tree" -cf - CMakeLists.txt CMakePresets.json cmake help src scripts | tar -C "$copy/tree" -xf -
+tar -C "$tree" -cf - CMakeLists.txt CMakePresets.json cmake help src scripts tools | tar -C "$copy/tree" -xf -
 cd "$copy/tree"
 # A cached object of the other folder would prove nothing.
 export CCACHE_DISABLE=1
