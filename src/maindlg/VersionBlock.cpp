@@ -48,7 +48,8 @@ std::optional<Node> ReadNode(Bytes bytes)
         return std::nullopt;
     }
     const Bytes own = bytes.first(length);
-    const std::size_t valueLength = std::size_t{WordAt(own, UnitSize)} * (WordAt(own, 2 * UnitSize) == TextType ? UnitSize : 1);
+    const std::size_t valueLength =
+        std::size_t{WordAt(own, UnitSize)} * (WordAt(own, 2 * UnitSize) == TextType ? UnitSize : 1);
     std::size_t end = HeaderSize; // of the name
     while (end + UnitSize <= own.size() && WordAt(own, end) != 0) {
         end += UnitSize;

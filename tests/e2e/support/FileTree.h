@@ -20,8 +20,8 @@ void RemoveFile(const std::wstring& path); // nothing happens when there is none
 /// Dates a file's last change; seconds since 1970. Throws when the system refuses.
 void SetModified(const std::wstring& path, long long moment);
 
-/// Nothing when there is no such file; throws when it cannot be read. A file that a program moves there at this moment can
-/// be read, although its mover has not let go of it.
+/// Nothing when there is no such file; throws when it cannot be read. A file that a program moves there at this moment
+/// can be read, although its mover has not let go of it.
 [[nodiscard]] std::optional<std::string> ReadWholeFile(const std::wstring& path);
 
 /// A file that a stand-in wrote, in the system's own wide text; empty when there is none, otherwise as above.
