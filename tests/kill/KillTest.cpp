@@ -110,9 +110,12 @@ private:
         STARTUPINFOW startup{};
         startup.cb = sizeof startup;
         PROCESS_INFORMATION information{};
-        if (::CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                             &information) == FALSE) {
-            m_failure = "the saver cannot be started";
+        const auto start = [&] {
+            return ::CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                                    &information) != FALSE;
+        };
+        if (!start() && !start()) { // Wine refuses one start in many hundred
+            m_failure = "the saver cannot be started: error " + std::to_string(::GetLastError());
             return;
         }
         const UniqueProcess process(information.hProcess);
