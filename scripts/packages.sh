@@ -14,6 +14,7 @@ wine64                      runs Windows programs
 fp-utils                    compiles the help pages
 fonts-wine                  the marks on caption buttons and the system fonts
 fonts-lato                  stands in for Segoe UI with its proportions
+fonts-dejavu-core           what Wine prints with; an OpenType face makes its PostScript driver crash
 xvfb                        the screen when there is none
 x11-utils                   asks a screen whether it is usable
 imagemagick                 takes the picture of the window

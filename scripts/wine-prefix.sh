@@ -67,7 +67,7 @@ stop_wine() {
 # A template made by another recipe or another Wine is made again.
 template_stamp() {
     cat "$root/scripts/wine-prefix.sh" "$root/scripts/template.reg"
-    dpkg-query -W wine wine64 fonts-wine fonts-lato 2>/dev/null || in_prefix "$template" wine --version
+    dpkg-query -W wine wine64 fonts-wine fonts-lato fonts-dejavu-core 2>/dev/null || in_prefix "$template" wine --version
 }
 
 template_stands() {
