@@ -404,6 +404,7 @@ void CNameList::TakeOver()
     const SubclassPause pause(*this);
     const auto count = static_cast<int>(::SendMessageW(Handle(), LVM_GETITEMCOUNT, 0, 0));
     std::vector<Item> items;
+    items.reserve(static_cast<std::size_t>(count));
     for (int place = 0; place < count; ++place) {
         items.push_back(ItemFor(ItemText(Handle(), place)));
     }
