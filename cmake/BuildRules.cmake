@@ -78,7 +78,8 @@ if(WIN32 AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_BUILD_TYPE STREQUAL 
     "<LINK_FLAGS> <OBJECTS> -o <TARGET> <LINK_LIBRARIES>")
 endif()
 
-# sitekeeper_lone_headers(target FOLDER… | FILES HEADER…): each header compiles alone, in debug builds.
+# sitekeeper_lone_headers(target FOLDER… | FILES HEADER…): each header compiles alone, in debug builds. One that its own source
+# includes before anything else does so there.
 function(sitekeeper_lone_headers target)
   if(NOT SITEKEEPER_LONE_HEADERS OR NOT CMAKE_BUILD_TYPE STREQUAL "Debug" OR SITEKEEPER_COVERAGE)
     return()
@@ -90,6 +91,13 @@ function(sitekeeper_lone_headers target)
     list(APPEND headers ${found})
   endforeach()
   foreach(header ${headers})
+    string(REGEX REPLACE "h$" "cpp" source "${CMAKE_CURRENT_SOURCE_DIR}/${header}")
+    if(EXISTS "${source}")
+      file(STRINGS "${source}" first_include REGEX "^#include" LIMIT_COUNT 1)
+      if(first_include STREQUAL "#include \"${header}\"")
+        continue()
+      endif()
+    endif()
     string(MAKE_C_IDENTIFIER "${header}" name)
     set(lone "${CMAKE_CURRENT_BINARY_DIR}/lone/${target}/${name}.cpp")
     file(CONFIGURE OUTPUT "${lone}" CONTENT "#include \"${header}\"\n#include \"${header}\"\n")

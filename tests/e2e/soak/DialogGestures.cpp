@@ -124,7 +124,7 @@ void Paste(Scene& scene)
     scene.model.Paste(list);
 }
 
-void AskForHelp(Scene& scene)
+void AskForAccessHelp(Scene& scene)
 {
     scene.access->Push(AccessControl::Help);
     ConfirmBox(scene, L"Couldn't find help file: \n");
@@ -201,7 +201,7 @@ void CancelShortcuts(Scene& scene)
     CloseShortcuts(scene, IDCANCEL);
 }
 
-constexpr Gesture Gestures[] = {
+constexpr Gesture OnDialogs[] = {
     {"add", Place::UserAccess, 6, &Add},
     {"refresh", Place::UserAccess, 1, &Refresh},
     {"drag", Place::UserAccess, 10, &Drag},
@@ -211,7 +211,7 @@ constexpr Gesture Gestures[] = {
     {"delete", Place::UserAccess, 2, &Delete},
     {"delete all", Place::UserAccess, 1, &DeleteAll},
     {"paste", Place::UserAccess, 4, &Paste},
-    {"help that is missing", Place::UserAccess, 1, &AskForHelp},
+    {"help that is missing", Place::UserAccess, 1, &AskForAccessHelp},
     {"OK of User Access", Place::UserAccess, 3, &TakeAccess},
     {"Cancel of User Access", Place::UserAccess, 1, &CancelAccess},
     {"click the mark of row", Place::Shortcuts, 6, &ClickMark},
@@ -224,7 +224,7 @@ constexpr Gesture Gestures[] = {
 
 std::span<const Gesture> DialogGestures()
 {
-    return Gestures;
+    return OnDialogs;
 }
 
 } // namespace sitekeeper::e2e

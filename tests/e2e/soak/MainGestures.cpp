@@ -241,7 +241,7 @@ void Leave(Scene& scene)
     scene.ExpectEnd(place);
 }
 
-constexpr Gesture Gestures[] = {
+constexpr Gesture OnMain[] = {
     {"start the program", Place::Nowhere, 1, &Start},
     {"type the application path", Place::Main, 3, &TypeApplication},
     {"type the datafiles path", Place::Main, 3, &TypeDatafiles},
@@ -268,7 +268,7 @@ constexpr Gesture Gestures[] = {
 
 std::span<const Gesture> MainGestures()
 {
-    return Gestures;
+    return OnMain;
 }
 
 } // namespace sitekeeper::e2e
