@@ -31,7 +31,7 @@ TEST_F(FileContentContract, ReadsAllBytesOfAFile)
     while (big.size() < 3'000'000) {
         big += EachByte() + std::to_string(big.size());
     }
-    for (const std::string& content : {std::string(), std::string("x"), EachByte(), std::string("a\r\nb\nc\x1A\0d", 10),
+    for (const std::string& content : {std::string(), std::string("x"), EachByte(), std::string("a\r\nb\nc\x1A\0d", 9),
                                        std::string(4095, 'y'), std::string(4096, 'y'), std::string(4097, 'y'), big}) {
         world->MakeFile(file, content);
         EXPECT_TRUE(files.ReadContent(file) == content) << content.size();

@@ -9,8 +9,8 @@ namespace {
 /// Fails so many times with an error, then succeeds.
 struct Attempts
 {
-    int failures;
-    DWORD error;
+    int failures = 0;
+    DWORD error = 0;
     int made = 0;
 
     bool operator()()

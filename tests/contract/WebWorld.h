@@ -62,7 +62,7 @@ inline constexpr const char* PageContent =
 inline constexpr const char* MissingContent =
     "<html>There is no such page, says the server in its own words.</html>\r\n";
 inline constexpr std::size_t AnnouncedLength = 60;
-inline constexpr std::size_t LargeLength = 1024 * 1024;
+inline constexpr std::size_t LargeLength = std::size_t{1024} * 1024;
 
 [[nodiscard]] std::unique_ptr<WebWorld> MakeWebWorld();
 

@@ -47,7 +47,7 @@ std::wstring TextOf(const std::wstring& path)
 std::wstring TakeLine(std::wstring& text)
 {
     const std::size_t end = text.find(L'\n');
-    const std::wstring line = text.substr(0, end);
+    std::wstring line = text.substr(0, end);
     text.erase(0, end == std::wstring::npos ? end : end + 1);
     return line;
 }

@@ -225,7 +225,7 @@ int WalkOverTokens()
     return SweepAllocations<TextWorld>(
         [](TextWorld&) {
             std::ptrdiff_t position = 0;
-            while (NextToken(L";;C:\\A folder with a long name;C:\\B;", L';', position).value_or(L"").size() > 0) {
+            while (!NextToken(L";;C:\\A folder with a long name;C:\\B;", L';', position).value_or(L"").empty()) {
             }
             EXPECT_EQ(position, -1);
         },
@@ -234,14 +234,8 @@ int WalkOverTokens()
 
 struct TemplateWorld
 {
-    TemplateWorld()
-    {
-        layout.PlainHead(0, 0).Text(L"").Text(L"").Text(L"a dialog's title");
-        before = layout.Result();
-    }
-
-    TemplateBuilder layout;
-    std::vector<std::byte> before;
+    TemplateBuilder layout = TemplateBuilder().PlainHead(0, 0).Text(L"").Text(L"").Text(L"a dialog's title");
+    std::vector<std::byte> before = layout.Result();
     std::optional<std::vector<std::byte>> changed;
 };
 

@@ -12,8 +12,8 @@ namespace sitekeeper {
 class FaultySubKeys final : public SubKeys
 {
 public:
-    FaultySubKeys(std::unique_ptr<SubKeys> inner, const std::wstring& path, FaultPlan& plan)
-        : m_inner(std::move(inner)), m_path(path), m_plan(plan)
+    FaultySubKeys(std::unique_ptr<SubKeys> inner, std::wstring path, FaultPlan& plan)
+        : m_inner(std::move(inner)), m_path(std::move(path)), m_plan(plan)
     {}
 
     [[nodiscard]] std::uint32_t Count() const override { return m_inner->Count(); }
@@ -75,8 +75,8 @@ private:
 class FaultyOutputFile final : public OutputFile
 {
 public:
-    FaultyOutputFile(std::unique_ptr<OutputFile> inner, const std::wstring& path, FaultPlan& plan)
-        : m_inner(std::move(inner)), m_path(path), m_plan(plan)
+    FaultyOutputFile(std::unique_ptr<OutputFile> inner, std::wstring path, FaultPlan& plan)
+        : m_inner(std::move(inner)), m_path(std::move(path)), m_plan(plan)
     {}
 
     bool Write(std::string_view bytes) override

@@ -112,7 +112,7 @@ bool NaiveRun(const Plan& plan, Plan& counted)
     for (const PlannedProduct& product : plan) {
         const std::wstring& r = product.release;
         const bool isKnown = r.size() >= 3 && r[0] == L'R' && r[1] == L'2' && r[2] >= L'0' && r[2] <= L'4';
-        if (isKnown && product.paths && product.paths->size() < 1024 && product.paths->compare(L"DEFAULT") != 0) {
+        if (isKnown && product.paths && product.paths->size() < 1024 && *product.paths != L"DEFAULT") {
             counted.push_back(product);
         }
     }
