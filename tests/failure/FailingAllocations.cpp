@@ -29,7 +29,8 @@ void* Allocate(std::size_t size) noexcept
     if (counts.isCounting && counts.pauses == 0 && ++counts.counted == counts.failing) {
         return nullptr;
     }
-    void* const memory = std::malloc(size == 0 ? 1 : size); // NOLINT(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory)
+    // NOLINTNEXTLINE(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory)
+    void* const memory = std::malloc(size == 0 ? 1 : size);
     counts.held += memory != nullptr ? 1 : 0;
     return memory;
 }
