@@ -61,10 +61,11 @@ void CopyRecorder(const std::wstring& path)
 
 std::optional<StartedAs> RecordOf(const std::wstring& path)
 {
-    if (!Await([&path] { return Exists(path + L".txt"); })) {
+    // As long as the recorder still holds what it has just renamed, the file is there and cannot be opened.
+    std::wstring text;
+    if (!Await([&path, &text] { return !(text = TextOf(path + L".txt")).empty(); })) {
         return std::nullopt;
     }
-    std::wstring text = TextOf(path + L".txt");
     StartedAs record;
     record.commandLine = TakeLine(text);
     if (const std::wstring state = TakeLine(text); state != L"-") {
