@@ -7,6 +7,13 @@ template=$wine_dir/template
 
 # --- running in a prefix ---------------------------------------------------------------------------------------
 
+# Where Linux lays memory out at random, one start in some thousands finds the place taken that Windows programs share
+# with the system, and Wine ends the program before it begins. A container may forbid the other layout.
+wine_layout=()
+if setarch -R true 2>/dev/null; then
+    wine_layout=(setarch -R)
+fi
+
 # in_prefix PREFIX COMMAND...: a home of its own, so that nothing of Wine's lands in the user's; no questions about
 # Mono or Gecko; no menu entries written beside shortcuts; the same language everywhere.
 in_prefix() {
@@ -15,7 +22,8 @@ in_prefix() {
     mkdir -p "$wine_dir/home"
     env WINEPREFIX="$prefix" WINEARCH=win64 WINEDEBUG="${WINEDEBUG:--all}" \
         WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml,winemenubuilder.exe=}" \
-        XAUTHORITY="${XAUTHORITY:-${HOME:-/nonexistent}/.Xauthority}" HOME="$wine_dir/home" LC_ALL=C.UTF-8 "$@"
+        XAUTHORITY="${XAUTHORITY:-${HOME:-/nonexistent}/.Xauthority}" HOME="$wine_dir/home" LC_ALL=C.UTF-8 \
+        "${wine_layout[@]}" "$@"
 }
 
 # For the programs that set a prefix up; a forgotten dialog of theirs must not wait for ever.

@@ -34,6 +34,12 @@ bool Exists(const std::wstring& path)
     return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
+/// A program that runs cannot be opened for writing.
+bool HasEnded(const std::wstring& program)
+{
+    return std::fstream(fs::path(program), std::ios::binary | std::ios::in | std::ios::out).is_open();
+}
+
 std::wstring TextOf(const std::wstring& path)
 {
     std::ifstream file(fs::path(path), std::ios::binary);
@@ -84,7 +90,7 @@ bool IsRecording(const std::wstring& path)
 void EndRecording(const std::wstring& path)
 {
     std::ofstream(fs::path(path + L".end"), std::ios::binary).put('\n');
-    if (!Await([&path] { return !Exists(path + L".running"); })) {
+    if (!Await([&path] { return !Exists(path + L".running") && HasEnded(path); })) {
         throw std::runtime_error("a program that the test started does not end");
     }
 }
