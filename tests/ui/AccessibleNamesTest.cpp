@@ -47,7 +47,7 @@ std::wstring NameOf(IAccessible& object)
     if (object.get_accName(Self(), &name) != S_OK || name == nullptr) {
         return L"(no name)";
     }
-    const std::wstring text(name, ::SysStringLen(name));
+    std::wstring text(name, ::SysStringLen(name));
     ::SysFreeString(name);
     return text;
 }
@@ -203,8 +203,8 @@ TEST_F(AccessibleNamesTest, ANamedControlIsTheSystemsOwnInEverythingElse)
         EXPECT_EQ(namedState.lVal, standardState.lVal);
         std::array<long, 4> place{};
         std::array<long, 4> wanted{};
-        named->accLocation(&place[0], &place[1], &place[2], &place[3], Self());
-        standard->accLocation(&wanted[0], &wanted[1], &wanted[2], &wanted[3], Self());
+        named->accLocation(place.data(), &place[1], &place[2], &place[3], Self());
+        standard->accLocation(wanted.data(), &wanted[1], &wanted[2], &wanted[3], Self());
         EXPECT_EQ(place, wanted);
         HWND window = nullptr;
         ASSERT_EQ(::WindowFromAccessibleObject(named.get(), &window), S_OK);

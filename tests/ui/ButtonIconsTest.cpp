@@ -158,7 +158,7 @@ TEST(IconCopyTest, HasTheMeasuredSize)
     const UniqueIcon icon = MakeTestIcon(5, 3, 0x00FFFFFF);
     const UniqueIcon copied = MakeIconCopy(icon.get(), IconCopy::Darker);
     ASSERT_TRUE(copied);
-    EXPECT_EQ(PixelsOf(copied.get()).colours, std::vector<std::uint32_t>(4 * 2, 0x00BFBFBF));
+    EXPECT_EQ(PixelsOf(copied.get()).colours, std::vector<std::uint32_t>(std::size_t{4} * 2, 0x00BFBFBF));
 }
 
 TEST(IconCopyTest, IsNotMadeWithoutAnIconOrWithoutColours)

@@ -106,8 +106,8 @@ TEST_F(ButtonPainterTest, DrawsTheCaptionInTheColourOfTheState)
     struct Row
     {
         ButtonState state; // pressed, focused, disabled, hovered
-        COLORREF colour;
-        COLORREF ground;
+        COLORREF colour = 0;
+        COLORREF ground = 0;
     };
     const Row rows[] = {
         {{false, false, false, false, false}, NormalText, NormalGround},

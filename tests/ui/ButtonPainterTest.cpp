@@ -97,8 +97,9 @@ TEST_F(ButtonPainterTest, DrawsAFocusedButtonIn3dLookWithFrameAndFocusRectangle)
     const RECT focus = Inside(Button, 3);
     EXPECT_NE(::EqualRect(&inked, &focus), FALSE);
     EXPECT_TRUE(m_picture.IsAll(Inside(Button, 4), FocusedGround));
+    const bool isFirstInverted = m_picture.Pixel(focus.left, focus.top) != FocusedGround;
     for (int x = focus.left; x < focus.right; ++x) {
-        const bool isInverted = (x - focus.left) % 2 == (m_picture.Pixel(focus.left, focus.top) == FocusedGround);
+        const bool isInverted = ((x - focus.left) % 2 == 0) == isFirstInverted;
         EXPECT_EQ(m_picture.Pixel(x, focus.top), isInverted ? FocusedGround ^ 0xFFFFFF : FocusedGround) << x;
     }
 }

@@ -15,7 +15,7 @@ namespace {
 
 struct Look
 {
-    const char* name;
+    const char* name = "";
     ButtonState state; // pressed, focused, disabled, hovered
 };
 

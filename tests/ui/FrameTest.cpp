@@ -73,8 +73,9 @@ protected:
     }
 
 private:
+    // NOLINTNEXTLINE(readability-convert-member-functions-to-static): a row of the table, like the other
     void Raise() { throw std::runtime_error("raised by a handler"); }
-    void Tell() { onTell(); }
+    void Tell() { onTell(); } // NOLINT(readability-make-member-function-const): as above
 };
 
 class FrameTest : public testing::Test
@@ -83,7 +84,7 @@ protected:
     using Gesture = std::function<void(const DialogPage&)>;
 
     /// Runs the dialog and the gestures in it, one after the other.
-    INT_PTR Run(FieldDialog& dialog, std::vector<Gesture> gestures)
+    static INT_PTR Run(FieldDialog& dialog, std::vector<Gesture> gestures)
     {
         std::vector<DriverStep> steps = {
             {"wait for the dialog", [&dialog] { return DialogPage(dialog.Handle()).IsOpen(); }}};

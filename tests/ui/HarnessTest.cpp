@@ -64,7 +64,7 @@ struct Outcome
 
 Outcome RunVictim(const std::wstring& argument)
 {
-    std::wstring program = TestApp().ProgramFile();
+    std::wstring program = TestApp::ProgramFile();
     program.resize(program.rfind(L'\\') + 1);
     std::wstring commandLine = L"\"" + program + L"ui_watchdog_victim.exe\" " + argument;
 

@@ -136,17 +136,18 @@ TEST_F(MainDialogHelpFromUserAccessTest, OpensTheIntroductionAndLeavesTheMainDia
 TEST_F(MainDialogHelpFromUserAccessTest, IsActiveAgainBehindTheMessageOfTheMainDialog)
 {
     SeenMessageBox seen;
-    std::vector<DriverStep> steps = {
-        Choose(UserAccess),
-        AwaitAccess(),
-        PressHelp(),
-        AnswerMessageBox(IDOK, seen),
-        Await("wait for the end of the message", [&seen](const MainDialogPage&) { return !::IsWindow(seen.window); }),
-        Do("look", [this](const MainDialogPage& page) {
-            EXPECT_EQ(::GetActiveWindow(), m_access);
-            EXPECT_EQ(::GetFocus(), ::GetDlgItem(m_access, HelpButton)) << "where it was before";
-            EXPECT_EQ(::IsWindowEnabled(page.Window()), FALSE);
-        })};
+    std::vector<DriverStep> steps = {Choose(UserAccess),
+                                     AwaitAccess(),
+                                     PressHelp(),
+                                     AnswerMessageBox(IDOK, seen),
+                                     Await("wait for the end of the message",
+                                           [&seen](const MainDialogPage&) { return ::IsWindow(seen.window) == FALSE; }),
+                                     Do("look", [this](const MainDialogPage& page) {
+                                         EXPECT_EQ(::GetActiveWindow(), m_access);
+                                         EXPECT_EQ(::GetFocus(), ::GetDlgItem(m_access, HelpButton))
+                                             << "where it was before";
+                                         EXPECT_EQ(::IsWindowEnabled(page.Window()), FALSE);
+                                     })};
     std::ranges::copy(Leave(), std::back_inserter(steps));
     EXPECT_EQ(RunOn(WithSystemWindows(), m_settings, std::move(steps)), IDCANCEL);
     EXPECT_EQ(seen.text,

@@ -143,7 +143,7 @@ TEST_F(MainDialogLayoutTest, HasNothingInTheLists)
 TEST_F(MainDialogLayoutTest, HasTheSuitesFontInEveryControl)
 {
     Look([](const MainDialogPage& page) {
-        const auto font = reinterpret_cast<HFONT>(::SendMessageW(page.Window(), WM_GETFONT, 0, 0));
+        auto* const font = reinterpret_cast<HFONT>(::SendMessageW(page.Window(), WM_GETFONT, 0, 0));
         LOGFONTW description{};
         ASSERT_NE(::GetObjectW(font, sizeof description, &description), 0);
         EXPECT_STREQ(description.lfFaceName, L"Segoe UI");
@@ -225,7 +225,7 @@ UniqueIcon ProgramIcon(UINT id)
 TEST_F(MainDialogLayoutTest, HasTheProgramsIconBigAndSmall)
 {
     Look([](const MainDialogPage& page) {
-        const auto big = reinterpret_cast<HICON>(::SendMessageW(page.Window(), WM_GETICON, ICON_BIG, 0));
+        auto* const big = reinterpret_cast<HICON>(::SendMessageW(page.Window(), WM_GETICON, ICON_BIG, 0));
         ASSERT_NE(big, nullptr);
         EXPECT_EQ(::SendMessageW(page.Window(), WM_GETICON, ICON_SMALL, 0), reinterpret_cast<LRESULT>(big));
         EXPECT_EQ(::SendMessageW(page.Window(), WM_QUERYDRAGICON, 0, 0), reinterpret_cast<LRESULT>(big));
@@ -241,9 +241,10 @@ bool ShowsIcon(const MemoryBitmap& picture, HICON icon)
     const IconPixels pixels = PixelsOf(icon);
     const std::vector<std::uint32_t> shown = picture.Pixels();
     const auto matchesAt = [&](int left, int top) {
-        for (int i = 0; i < 16 * 16; ++i) {
-            const auto index = static_cast<std::size_t>(i);
-            const auto place = static_cast<std::size_t>((top + i / 16) * picture.Width() + left + i % 16);
+        const auto width = static_cast<std::size_t>(picture.Width());
+        const std::size_t first = static_cast<std::size_t>(top) * width + static_cast<std::size_t>(left);
+        for (std::size_t index = 0; index < std::size_t{16} * 16; ++index) {
+            const std::size_t place = first + index / 16 * width + index % 16;
             if (pixels.colours[index] >> 24 == 0xFF && shown[place] != (pixels.colours[index] & 0xFFFFFF)) {
                 return false;
             }

@@ -21,15 +21,17 @@ constexpr DWORD ListStyle = WS_CHILD | LVS_LIST | LVS_SHOWSELALWAYS | LVS_SORTAS
 
 class NameListTest : public testing::Test
 {
+public:
+    NameListTest(const NameListTest&) = delete;
+    NameListTest& operator=(const NameListTest&) = delete;
+    ~NameListTest() override { ::DestroyWindow(parent); }
+
 protected:
     NameListTest()
     {
         ::InitCommonControls();
         list.SubclassWindow(control);
     }
-    NameListTest(const NameListTest&) = delete;
-    NameListTest& operator=(const NameListTest&) = delete;
-    ~NameListTest() override { ::DestroyWindow(parent); }
 
     [[nodiscard]] HWND MakeControl() const
     {
@@ -55,7 +57,7 @@ protected:
             ::SendMessageW(window, LVM_FINDITEMW, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&sought));
         return place < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(place));
     }
-    void SelectIn(HWND window, int place) const
+    static void SelectIn(HWND window, int place)
     {
         LVITEMW item{};
         item.state = LVIS_SELECTED;
@@ -83,7 +85,7 @@ const Names& SampleNames()
 TEST_F(NameListTest, TheFirstKeyInAMarkedListGoesToTheFirstName)
 {
     list.Insert({L"alice", L"Bob"});
-    for (const WPARAM key : {VK_HOME, VK_DOWN}) {
+    for (const WPARAM key : {WPARAM{VK_HOME}, WPARAM{VK_DOWN}}) {
         list.SelectNone();
         ListView_SetItemState(control, -1, 0, LVIS_FOCUSED);
         ::SendMessageW(control, WM_SETFOCUS, 0, 0);
@@ -236,9 +238,9 @@ public:
     }
     void Remove(const std::vector<std::size_t>& places)
     {
-        for (auto place = places.rbegin(); place != places.rend(); ++place) {
-            m_names.erase(m_names.begin() + static_cast<std::ptrdiff_t>(*place));
-        }
+        std::for_each(places.rbegin(), places.rend(), [this](std::size_t place) {
+            m_names.erase(m_names.begin() + static_cast<std::ptrdiff_t>(place));
+        });
     }
     Names m_names;
 };

@@ -32,29 +32,43 @@ ModuleId IdOf(HMODULE module)
 
 // --- a library that keeps a record: this very program, which exports the function too ------------------------------
 
-std::vector<std::wstring> record;
-bool hasNoObject = false;
+struct Library
+{
+    std::vector<std::wstring> record;
+    bool hasNoObject = false;
+};
+
+/// The exported function has no other way to it.
+Library& TheLibrary()
+{
+    static Library library;
+    return library;
+}
 
 class RecordingWindow final : public CORSWSplashMsgDlg
 {
 public:
-    ~RecordingWindow() override { record.emplace_back(L"deleted"); }
+    ~RecordingWindow() override { TheLibrary().record.emplace_back(L"deleted"); }
     int Create(HINSTANCE application) override
     {
-        record.emplace_back(application == Resources() ? L"create with the program" : L"create with something else");
+        TheLibrary().record.emplace_back(application == Resources() ? L"create with the program"
+                                                                    : L"create with something else");
         return 1;
     }
-    void SetTitle(const wchar_t* title) override { record.push_back(std::wstring(L"title ") + title); }
-    void SetMessage(const wchar_t* message) override { record.push_back(std::wstring(L"message ") + message); }
-    void SetIcon(UINT iconId) override { record.push_back(L"icon " + std::to_wstring(iconId)); }
+    void SetTitle(const wchar_t* title) override { TheLibrary().record.push_back(std::wstring(L"title ") + title); }
+    void SetMessage(const wchar_t* message) override
+    {
+        TheLibrary().record.push_back(std::wstring(L"message ") + message);
+    }
+    void SetIcon(UINT iconId) override { TheLibrary().record.push_back(L"icon " + std::to_wstring(iconId)); }
 };
 
 } // namespace
 
 extern "C" __declspec(dllexport) CORSWSplashMsgDlg* NewCORSWSplashMsgDlg()
 {
-    record.emplace_back(L"new");
-    return hasNoObject ? nullptr : std::make_unique<RecordingWindow>().release();
+    TheLibrary().record.emplace_back(L"new");
+    return TheLibrary().hasNoObject ? nullptr : std::make_unique<RecordingWindow>().release();
 }
 
 namespace {
@@ -62,32 +76,28 @@ namespace {
 class ProgressContractTest : public testing::Test
 {
 protected:
-    ProgressContractTest()
-    {
-        record.clear();
-        hasNoObject = false;
-    }
+    ProgressContractTest() { TheLibrary() = {}; }
 };
 
 TEST_F(ProgressContractTest, UsesTheOperationsInTheirOrder)
 {
     ShowProgressWindow(IdOf(Resources()), Resources()).reset();
-    EXPECT_THAT(record, ElementsAre(L"new", L"create with the program", L"title Site Keeper",
-                                    L"message Applying changes...", L"icon 128", L"deleted"));
+    EXPECT_THAT(TheLibrary().record, ElementsAre(L"new", L"create with the program", L"title Site Keeper",
+                                                 L"message Applying changes...", L"icon 128", L"deleted"));
 }
 
 TEST_F(ProgressContractTest, GoesOnWithoutAnObject)
 {
-    hasNoObject = true;
+    TheLibrary().hasNoObject = true;
     EXPECT_EQ(ShowProgressWindow(IdOf(Resources()), Resources()), nullptr);
-    EXPECT_THAT(record, ElementsAre(L"new"));
+    EXPECT_THAT(TheLibrary().record, ElementsAre(L"new"));
 }
 
 TEST_F(ProgressContractTest, GoesOnWithoutALibraryOrWithoutItsExport)
 {
     EXPECT_EQ(ShowProgressWindow(ModuleId::None, Resources()), nullptr);
     EXPECT_EQ(ShowProgressWindow(IdOf(::GetModuleHandleW(L"kernel32.dll")), Resources()), nullptr);
-    EXPECT_THAT(record, IsEmpty());
+    EXPECT_THAT(TheLibrary().record, IsEmpty());
 }
 
 // --- the library of this build ---------------------------------------------------------------------------------------

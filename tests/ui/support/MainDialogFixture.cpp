@@ -151,6 +151,7 @@ std::optional<ResultCode> MainDialogTest::RunRefused()
 
 MainDialogPage MainDialogTest::Page() const
 {
+    // NOLINTNEXTLINE(modernize-return-braced-init-list): the inherited constructor is explicit
     return MainDialogPage(m_dialog != nullptr ? m_dialog->Handle() : nullptr);
 }
 
@@ -173,6 +174,7 @@ int ProgramTest::Run(std::vector<DriverStep> steps)
 MainDialogPage ProgramTest::Page() const
 {
     const CWnd* const main = m_app ? m_app->MainWindow() : nullptr;
+    // NOLINTNEXTLINE(modernize-return-braced-init-list): the inherited constructor is explicit
     return MainDialogPage(main != nullptr ? main->Handle() : nullptr);
 }
 

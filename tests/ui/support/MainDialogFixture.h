@@ -47,7 +47,7 @@ protected:
     DriverStep Press(int button);
     DriverStep Choose(int command);
     DriverStep ChooseSystem(int command);
-    DriverStep Key(WORD key);
+    static DriverStep Key(WORD key);
     /// Waits until so many message boxes have been shown.
     DriverStep AwaitBoxes(std::size_t count);
 

@@ -22,7 +22,7 @@ std::vector<std::wstring> ManageShortcutsPage::Rows() const
 {
     const HWND tree = Control(ShortcutTree);
     std::vector<std::wstring> rows;
-    for (HTREEITEM item = TreeView_GetRoot(tree); item != nullptr; item = TreeView_GetNextSibling(tree, item)) {
+    for (auto* item = TreeView_GetRoot(tree); item != nullptr; item = TreeView_GetNextSibling(tree, item)) {
         std::array<wchar_t, 256> text{};
         TVITEMW asked{};
         asked.mask = TVIF_HANDLE | TVIF_TEXT | TVIF_STATE;
@@ -39,7 +39,7 @@ std::vector<std::wstring> ManageShortcutsPage::Rows() const
 HTREEITEM ManageShortcutsPage::ItemOf(int row) const
 {
     const HWND tree = Control(ShortcutTree);
-    HTREEITEM item = TreeView_GetRoot(tree);
+    auto* item = TreeView_GetRoot(tree);
     for (int passed = 0; passed < row; ++passed) {
         item = TreeView_GetNextSibling(tree, item);
     }

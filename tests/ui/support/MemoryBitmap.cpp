@@ -1,7 +1,8 @@
 #include "support/MemoryBitmap.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <stdexcept>
 
 namespace sitekeeper {
@@ -100,20 +101,22 @@ bool MemoryBitmap::operator==(const MemoryBitmap& other) const
 void MemoryBitmap::Save(const std::wstring& name) const
 {
     ::CreateDirectoryW(L"pictures", nullptr);
-    std::FILE* const file = ::_wfopen((L"pictures\\" + name + L".bmp").c_str(), L"wb");
-    if (file == nullptr) {
-        throw std::runtime_error("a picture could not be saved");
-    }
     const std::vector<std::uint32_t> pixels = Pixels();
     const BITMAPINFOHEADER header = Header(m_width, m_height);
     BITMAPFILEHEADER fileHeader{};
     fileHeader.bfType = 0x4D42; // "BM"
     fileHeader.bfOffBits = sizeof fileHeader + sizeof header;
     fileHeader.bfSize = fileHeader.bfOffBits + static_cast<DWORD>(pixels.size() * sizeof pixels[0]);
-    std::fwrite(&fileHeader, sizeof fileHeader, 1, file);
-    std::fwrite(&header, sizeof header, 1, file);
-    std::fwrite(pixels.data(), sizeof pixels[0], pixels.size(), file);
-    std::fclose(file);
+    std::ofstream file(std::filesystem::path(L"pictures\\" + name + L".bmp"), std::ios::binary);
+    const auto write = [&file](const void* bytes, std::size_t size) {
+        file.write(static_cast<const char*>(bytes), static_cast<std::streamsize>(size));
+    };
+    write(&fileHeader, sizeof fileHeader);
+    write(&header, sizeof header);
+    write(pixels.data(), pixels.size() * sizeof pixels[0]);
+    if (!file.flush()) {
+        throw std::runtime_error("a picture could not be saved");
+    }
 }
 
 } // namespace sitekeeper

@@ -102,6 +102,7 @@ TemplateItem ReadItem(Reader& reader)
     return item;
 }
 
+// NOLINTNEXTLINE(readability-non-const-parameter): the system calls it
 BOOL CALLBACK CollectNumber(HMODULE /*module*/, const wchar_t* /*type*/, wchar_t* name, LONG_PTR list)
 {
     reinterpret_cast<std::vector<UINT>*>(list)->push_back(LOWORD(reinterpret_cast<UINT_PTR>(name)));

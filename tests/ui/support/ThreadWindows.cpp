@@ -21,7 +21,12 @@ std::vector<HWND> ThreadWindows()
     return windows;
 }
 
-MessageWatch* currentWatch = nullptr;
+MessageWatch*& CurrentWatch()
+{
+    // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): a hook is told nothing of who set it
+    static MessageWatch* watch = nullptr;
+    return watch;
+}
 
 } // namespace
 
@@ -60,19 +65,19 @@ MessageWatch::MessageWatch(Observer observer)
     : m_observer(std::move(observer)),
       m_hook(::SetWindowsHookExW(WH_CALLWNDPROC, &OnCall, nullptr, ::GetCurrentThreadId()))
 {
-    currentWatch = this;
+    CurrentWatch() = this;
 }
 
 MessageWatch::~MessageWatch()
 {
     ::UnhookWindowsHookEx(m_hook);
-    currentWatch = nullptr;
+    CurrentWatch() = nullptr;
 }
 
 LRESULT CALLBACK MessageWatch::OnCall(int code, WPARAM wParam, LPARAM lParam)
 {
-    if (code == HC_ACTION && currentWatch != nullptr) {
-        currentWatch->m_observer(*reinterpret_cast<const CWPSTRUCT*>(lParam));
+    if (code == HC_ACTION && CurrentWatch() != nullptr) {
+        CurrentWatch()->m_observer(*reinterpret_cast<const CWPSTRUCT*>(lParam));
     }
     return ::CallNextHookEx(nullptr, code, wParam, lParam);
 }

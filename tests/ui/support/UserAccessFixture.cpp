@@ -55,7 +55,7 @@ DriverStep UserAccessTest::Press(int button)
 }
 
 std::vector<DriverStep> UserAccessTest::Drag(int list, const std::wstring& name,
-                                             std::function<POINT(const UserAccessPage&)> to)
+                                             const std::function<POINT(const UserAccessPage&)>& to)
 {
     const auto start = [list, name](const UserAccessPage& page) { return page.PlaceOf(list, name); };
     return {

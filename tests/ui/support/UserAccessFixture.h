@@ -32,7 +32,8 @@ protected:
     DriverStep Press(int button);
 
     /// The steps of a drag with the left button: press on a name, move to a place, release.
-    std::vector<DriverStep> Drag(int list, const std::wstring& name, std::function<POINT(const UserAccessPage&)> to);
+    std::vector<DriverStep> Drag(int list, const std::wstring& name,
+                                 const std::function<POINT(const UserAccessPage&)>& to);
     std::vector<DriverStep> DragOnto(int list, const std::wstring& name, int target);
 
     /// Looks at what all five lists show, in the order of the dialog.
