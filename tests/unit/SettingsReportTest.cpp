@@ -15,7 +15,7 @@ TEST(PrintTimeStamp, StripsTheZerosOfTheTimeAlone)
     const struct
     {
         CalendarTime time;
-        const wchar_t* stamp;
+        const wchar_t* stamp = L"";
     } rows[] = {
         {{2023, 6, 5, 9, 41, 0}, L"05-Jun-2023 9:41am"},    {{2023, 6, 5, 22, 5, 59}, L"05-Jun-2023 10:05pm"},
         {{2023, 12, 31, 0, 0, 0}, L"31-Dec-2023 12:00am"},  {{2024, 2, 29, 12, 0, 0}, L"29-Feb-2024 12:00pm"},

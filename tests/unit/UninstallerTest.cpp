@@ -35,7 +35,7 @@ TEST(SplitUninstallString, TakesTheCommandApart)
 {
     const struct
     {
-        const wchar_t* command;
+        const wchar_t* command = L"";
         UninstallCommand expected;
     } rows[] = {
         {L"C:\\Setup\\setup.exe -runfromtemp -removeonly", {L"C:\\Setup\\setup.exe", L"-runfromtemp"}},

@@ -76,8 +76,8 @@ TEST_F(UpdateDate, AcceptsAnySeparatorInAnyPlace)
 // A blank before a number is skipped when the number is read, and is then found again as the next separator.
 TEST_F(UpdateDate, CountsEachBlankAsASeparator)
 {
-    EXPECT_EQ(Read(L"2024- 5-6 7:8:9"), Moment - 24 * 3600 - 3600 - 60 - 1); // 2024-05-05 06:07:08
-    EXPECT_EQ(Refusal(L"  2024-05-06 07:08:09"), ResultCode::Fail);          // month 2024
+    EXPECT_EQ(Read(L"2024- 5-6 7:8:9"), Moment - Seconds{25} * 3600 - 60 - 1); // 2024-05-05 06:07:08
+    EXPECT_EQ(Refusal(L"  2024-05-06 07:08:09"), ResultCode::Fail);            // month 2024
 }
 
 TEST_F(UpdateDate, IsTheFallbackWhereASeparatorIsMissing)
@@ -103,7 +103,7 @@ TEST_F(UpdateDate, TakesAMissingNumberForZero)
 {
     EXPECT_EQ(Refusal(L"-----"), ResultCode::Fail);
     EXPECT_EQ(Refusal(L"-01-01 00:00:00"), ResultCode::Fail);
-    EXPECT_EQ(Read(L"2024-05-06 ::"), Moment - 7 * 3600 - 8 * 60 - 9);
+    EXPECT_EQ(Read(L"2024-05-06 ::"), Moment - Seconds{7} * 3600 - Seconds{8} * 60 - 9);
 }
 
 TEST_F(UpdateDate, IsRefusedOutsideItsRanges)

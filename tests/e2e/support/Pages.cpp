@@ -166,6 +166,7 @@ std::vector<std::wstring> MessageWindow::Buttons() const
         }
     }
     std::vector<std::wstring> texts;
+    texts.reserve(buttons.size());
     for (const auto& [left, text] : buttons) {
         texts.push_back(text);
     }
